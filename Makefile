@@ -1,0 +1,47 @@
+# The two commands a new user runs: `make demo` and `make check`.
+BUILD      ?= build
+SAN_BUILD  ?= build-sanitize
+BENCH_BUILD ?= build-release
+JOBS       ?= $(shell nproc)
+GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
+
+.PHONY: all deps build demo test check check-sanitize bench install format clean
+
+all: build
+
+deps:
+	@scripts/install-deps
+
+build: deps
+	@cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS)
+
+demo: build
+	@$(BUILD)/bin/cadrel
+
+test: build
+	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure
+
+# Every test twice: a plain build, then clang with AddressSanitizer and
+# UndefinedBehaviorSanitizer, which also runs each fuzzer for a few seconds.
+check: test check-sanitize
+
+check-sanitize: deps
+	@CXX=clang++ cmake -S . -B $(SAN_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Debug \
+		-DCADREL_SANITIZE=address,undefined -DCADREL_BUILD_FUZZERS=ON -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
+	@cmake --build $(SAN_BUILD) -j $(JOBS)
+	@ctest --test-dir $(SAN_BUILD) -j $(JOBS) --output-on-failure
+
+bench: deps
+	@cmake -S . -B $(BENCH_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Release -DCADREL_BUILD_TESTS=OFF >/dev/null
+	@cmake --build $(BENCH_BUILD) -j $(JOBS)
+	@for b in $(BENCH_BUILD)/bin/*Benchmark; do echo "== $$b"; $$b --benchmark_counters_tabular=true; done
+
+install: build
+	@cmake --install $(BUILD) --prefix $(or $(PREFIX),/usr/local)
+
+format:
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+clean:
+	@rm -rf $(BUILD) $(SAN_BUILD) $(BENCH_BUILD)
