@@ -2,7 +2,7 @@
 
 #include "CoreMinimal.h"
 
-#define JSON_API ORV_EXPORT
+#include "JsonGlobals.h"
 
 // Appends Text as a quoted JSON string: backslash, quote, \b \f \n \r \t get their
 // short escapes, other code units below 0x20 become \u00xx (lower-case hex), and

@@ -1,0 +1,16 @@
+#include "RequestCommand.h"
+
+#include <CLI/CLI.hpp>
+
+int main(int argc, char** argv)
+{
+    CLI::App App{"cadrel: turns recorded speech into facial animation through a lipsync server."};
+    App.require_subcommand(0, 1);
+    FRequestCommand Request(App);
+    // Set after the commands are added, so that their own help does not repeat it.
+    App.footer("Without a command, cadrel runs `request` with its defaults. Run `cadrel <command> --help` "
+               "for a command's options.");
+
+    CLI11_PARSE(App, argc, argv);
+    return Request.Run();
+}

@@ -1,0 +1,176 @@
+#include "Serialization/JsonSerializer.h"
+#include "Serialization/JsonWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+namespace
+{
+bool DeserializeText(const FString& Text, TSharedPtr<FJsonValue>& OutValue)
+{
+    return FJsonSerializer::Deserialize(TJsonReaderFactory<>::Create(Text), OutValue);
+}
+
+bool DeserializeUtf8(std::string_view Utf8, TSharedPtr<FJsonValue>& OutValue)
+{
+    return FJsonSerializer::Deserialize(TJsonReaderFactory<UTF8CHAR>::Create(Utf8), OutValue);
+}
+
+FString Repeat(const TCHAR* Unit, int32 Count)
+{
+    FString Text;
+    for (int32 Index = 0; Index < Count; ++Index)
+    {
+        Text += Unit;
+    }
+    return Text;
+}
+} // namespace
+
+TEST(JsonReader, FailuresLeaveTheOutputUnchangedAndSayWhy)
+{
+    const TSharedPtr<FJsonValue> Previous = MakeShared<FJsonValueNumber>(1.0);
+    const TSharedPtr<FJsonObject> PreviousObject = MakeShared<FJsonObject>();
+    const FString Failing[] = {FString(),
+                               FString(TEXT("12")),
+                               FString(TEXT("\"text\"")),
+                               FString(TEXT("[1,]")),
+                               FString(TEXT("{} {}")),
+                               FString(TEXT("[1e400]"))};
+    for (const FString& Text : Failing)
+    {
+        TSharedPtr<FJsonValue> Value = Previous;
+        const TSharedRef<TJsonReader<>> Reader = TJsonReaderFactory<>::Create(Text);
+        EXPECT_FALSE(FJsonSerializer::Deserialize(Reader, Value)) << Text.ToUTF8();
+        EXPECT_EQ(Value, Previous);
+        EXPECT_FALSE(Reader->GetErrorMessage().IsEmpty());
+    }
+    TSharedPtr<FJsonObject> Object = PreviousObject;
+    const TSharedRef<TJsonReader<>> Reader = TJsonReaderFactory<>::Create(TEXT(R"([{"token":"x"}])"));
+    EXPECT_FALSE(FJsonSerializer::Deserialize(Reader, Object));
+    EXPECT_EQ(Object, PreviousObject);
+}
+
+TEST(JsonReader, EveryTruncationOfADocumentFails)
+{
+    const FString Document(TEXT(
+        R"({"frames":[{"blendshapes":[0.5,-1e-3],"bones":[{"eul":[1,2,3]}]}],"v":"\u00e9\ud83d\ude00","n":null,"t":true})"));
+    TSharedPtr<FJsonValue> Value;
+    ASSERT_TRUE(DeserializeText(Document, Value));
+    for (int32 Length = 0; Length < Document.Len(); ++Length)
+    {
+        TSharedPtr<FJsonValue> Truncated;
+        EXPECT_FALSE(DeserializeText(Document.Left(Length), Truncated)) << Length;
+    }
+}
+
+TEST(JsonReader, TextSurvivesBothReadersWhole)
+{
+    // NUL, a character beyond the BMP, and raw non-ASCII text in keys and values.
+    const std::string Utf8 = "{\"cl\xc3\xa9\":\"a\\u0000b\",\"s\":\"\\ud83d\\ude00\xe2\x82\xac\"}";
+    TSharedPtr<FJsonValue> FromBytes;
+    TSharedPtr<FJsonValue> FromText;
+    ASSERT_TRUE(DeserializeUtf8(Utf8, FromBytes));
+    ASSERT_TRUE(DeserializeText(FString::FromUTF8(Utf8), FromText));
+    for (const TSharedPtr<FJsonValue>& Value : {FromBytes, FromText})
+    {
+        const TSharedPtr<FJsonObject>& Object = Value->AsObject();
+        ASSERT_TRUE(Object);
+        EXPECT_EQ(Object->GetStringField(TEXT("CL\u00e9")).GetStd(), std::u16string(u"a\0b", 3));
+        EXPECT_EQ(Object->GetStringField(TEXT("s")).GetStd(), u"\U0001F600\u20AC");
+    }
+    TArray<uint8> Bytes;
+    Bytes.Append(reinterpret_cast<const uint8*>(Utf8.data()), static_cast<int32>(Utf8.size()));
+    TSharedPtr<FJsonObject> FromArray;
+    EXPECT_TRUE(FJsonSerializer::Deserialize(TJsonReaderFactory<UTF8CHAR>::Create(Bytes), FromArray));
+}
+
+TEST(JsonReader, SurrogatesAndBadBytesDoNotCrash)
+{
+    // A lone surrogate in host text becomes U+FFFD on the way to UTF-8.
+    TSharedPtr<FJsonValue> Value;
+    const TCHAR LoneHigh[] = {u'[', u'"', 0xD800, u'"', u',', u'"', 0xDC00, u'x', u'"', u']', 0};
+    ASSERT_TRUE(DeserializeText(FString(LoneHigh), Value));
+    EXPECT_EQ(Value->AsArray()[0]->AsString().GetStd(), u"\uFFFD");
+    EXPECT_EQ(Value->AsArray()[1]->AsString().GetStd(), u"\uFFFDx");
+    const TCHAR TrailingHigh[] = {u'[', u'1', u']', 0xD800, 0};
+    EXPECT_FALSE(DeserializeText(FString(TrailingHigh), Value));
+
+    // An escaped lone surrogate names no character; the parser refuses it.
+    EXPECT_FALSE(DeserializeText(TEXT(R"(["\ud800"])"), Value));
+    EXPECT_FALSE(DeserializeText(TEXT(R"(["\udc00\ud800"])"), Value));
+    EXPECT_FALSE(DeserializeUtf8("[\"\xed\xa0\x80\"]", Value));
+    EXPECT_FALSE(DeserializeUtf8("[\"\xff\"]", Value));
+    EXPECT_FALSE(DeserializeUtf8(std::string_view("[\"\xe2\x82", 4), Value));
+}
+
+TEST(JsonReader, DeepNestingFailsCleanly)
+{
+    TSharedPtr<FJsonValue> Value;
+    EXPECT_TRUE(DeserializeText(Repeat(TEXT("["), 1000) + Repeat(TEXT("]"), 1000), Value));
+    EXPECT_FALSE(DeserializeText(Repeat(TEXT("["), 100000) + Repeat(TEXT("]"), 100000), Value));
+    EXPECT_FALSE(DeserializeText(Repeat(TEXT("{\"a\":"), 100000), Value));
+}
+
+TEST(JsonReader, NumbersAtTheEdgesOfTheirRange)
+{
+    TSharedPtr<FJsonValue> Value;
+    ASSERT_TRUE(DeserializeText(
+        TEXT("[-0, -0.0, 1e-400, 18446744073709551615, -9223372036854775808, 1.7976931348623157e308]"),
+        Value));
+    const TArray<TSharedPtr<FJsonValue>>& Numbers = Value->AsArray();
+    ASSERT_EQ(Numbers.Num(), 6);
+    EXPECT_EQ(Numbers[0]->AsNumber(), 0.0);
+    EXPECT_TRUE(std::signbit(Numbers[1]->AsNumber()));
+    EXPECT_EQ(Numbers[2]->AsNumber(), 0.0);
+    EXPECT_EQ(Numbers[3]->AsNumber(), 18446744073709551615.0);
+    EXPECT_EQ(Numbers[4]->AsNumber(), -9223372036854775808.0);
+    EXPECT_EQ(Numbers[5]->AsNumber(), 1.7976931348623157e308);
+    // Beyond a double, or an integer beyond 64 bits: refused, not turned into infinity.
+    EXPECT_FALSE(DeserializeText(TEXT("[1e400]"), Value));
+    EXPECT_FALSE(DeserializeText(TEXT("[-1e400]"), Value));
+    EXPECT_FALSE(DeserializeText(TEXT("[100000000000000000000]"), Value));
+}
+
+TEST(JsonReader, FiftyMegabyteStringReadsWhole)
+{
+    constexpr int32 Length = 50 * 1024 * 1024;
+    FString Text(TEXT("[\""));
+    Text.Reserve(Length + 4);
+    Text.Append(std::u16string(Length, u'a'));
+    Text.Append(TEXT("\"]"));
+    TSharedPtr<FJsonValue> Value;
+    ASSERT_TRUE(DeserializeText(Text, Value));
+    EXPECT_EQ(Value->AsArray()[0]->AsString().Len(), Length);
+    // The same text cut short is an unterminated string.
+    EXPECT_FALSE(DeserializeText(Text.Left(Length), Value));
+}
+
+TEST(JsonReader, ReadsBackWhatTheWriterWrites)
+{
+    const FString Awkward(std::u16string(u"q\"b\\s/\n\t\0\x1f\U0001F600\u00e9", 13));
+    FString Json;
+    const auto Writer = TJsonWriterFactory<TCHAR, TCondensedJsonPrintPolicy<TCHAR>>::Create(&Json);
+    Writer->WriteObjectStart();
+    Writer->WriteObjectStart(TEXT("meta"));
+    Writer->WriteValue(TEXT("prev_size"), FString(TEXT("12")));
+    Writer->WriteValue(TEXT("latency"), FString(TEXT("0.25")));
+    Writer->WriteValue(TEXT("text"), Awkward);
+    Writer->WriteValue(TEXT("editor"), true);
+    Writer->WriteValue(TEXT("weight"), 0.1);
+    Writer->WriteObjectEnd();
+    Writer->WriteObjectEnd();
+    ASSERT_TRUE(Writer->Close());
+
+    TSharedPtr<FJsonObject> Object;
+    ASSERT_TRUE(FJsonSerializer::Deserialize(TJsonReaderFactory<>::Create(Json), Object));
+    const TSharedPtr<FJsonObject>& Meta = Object->GetObjectField(TEXT("meta"));
+    ASSERT_TRUE(Meta);
+    EXPECT_EQ(Meta->GetIntegerField(TEXT("prev_size")), 12);
+    EXPECT_EQ(static_cast<float>(Meta->GetNumberField(TEXT("latency"))), 0.25f);
+    EXPECT_EQ(Meta->GetStringField(TEXT("text")).GetStd(), Awkward.GetStd());
+    EXPECT_TRUE(Meta->GetBoolField(TEXT("editor")));
+    EXPECT_EQ(Meta->GetNumberField(TEXT("weight")), 0.1);
+}

@@ -1,0 +1,99 @@
+#include "Interfaces/IPluginManager.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace
+{
+bool SameText(const FString& Lhs, const TCHAR* Rhs)
+{
+    return Lhs.Equals(FString(Rhs), ESearchCase::CaseSensitive);
+}
+
+FPluginDescriptor Sample()
+{
+    FPluginDescriptor Descriptor;
+    Descriptor.VersionName = TEXT("kept");
+    return Descriptor;
+}
+
+// Counts the skip lines written for one descriptor file.
+class FSkipCounter : public FOutputDevice
+{
+public:
+    explicit FSkipCounter(const FString& InFileName) : FileName(InFileName) {}
+    void Serialize(const TCHAR* Text, ELogVerbosity::Type, const FName&) override
+    {
+        Count += FString(Text).Contains(FileName) ? 1 : 0;
+    }
+    FString FileName;
+    int32 Count = 0;
+};
+} // namespace
+
+TEST(PluginManager, FindsTheDescriptorBesideTheLibraryByNameInAnyCase)
+{
+    const TSharedPtr<IPlugin> Plugin = IPluginManager::Get().FindPlugin(TEXT("cADREL"));
+    ASSERT_TRUE(Plugin.IsValid());
+    EXPECT_TRUE(SameText(Plugin->GetName(), TEXT("Cadrel")));
+    EXPECT_TRUE(SameText(Plugin->GetDescriptor().VersionName, TEXT("1.5.7")));
+    EXPECT_TRUE(SameText(Plugin->GetDescriptor().FriendlyName, TEXT("Cadrel")));
+    EXPECT_EQ(Plugin->GetDescriptor().Version, 1);
+    EXPECT_TRUE(FPaths::FileExists(Plugin->GetBaseDir() + TEXT("/Cadrel.uplugin")));
+    EXPECT_EQ(IPluginManager::Get().FindPlugin(TEXT("Cadrel")), Plugin);
+    EXPECT_FALSE(IPluginManager::Get().FindPlugin(TEXT("NoSuchPlugin")).IsValid());
+    EXPECT_FALSE(IPluginManager::Get().FindPlugin(TEXT("")).IsValid());
+}
+
+TEST(PluginDescriptor, ReadsKnownKeysInAnyCaseAndRejectsWrongTypes)
+{
+    FPluginDescriptor Descriptor = Sample();
+    FString Reason;
+    ASSERT_TRUE(Descriptor.Read(
+        TEXT("\uFEFF{\"versionname\":\"1.0\",\"Version\":2,\"Extra\":[1],\"VersionName\":\"1.1\"}"), Reason))
+        << Reason.ToUTF8();
+    EXPECT_TRUE(SameText(Descriptor.VersionName, TEXT("1.1")));
+    EXPECT_EQ(Descriptor.Version, 2);
+    EXPECT_TRUE(Descriptor.FriendlyName.IsEmpty());
+
+    for (const TCHAR* Bad :
+         {TEXT("{\"VersionName\":\"1.0\""), TEXT("[]"), TEXT("{\"Version\":\"1\"}"),
+          TEXT("{\"Version\":1.5}"), TEXT("{\"Version\":4294967296}"), TEXT("{\"VersionName\":1}"), TEXT("")})
+    {
+        Descriptor = Sample();
+        Reason.Empty();
+        EXPECT_FALSE(Descriptor.Read(Bad, Reason)) << FString(Bad).ToUTF8();
+        EXPECT_FALSE(Reason.IsEmpty());
+        EXPECT_TRUE(SameText(Descriptor.VersionName, TEXT("kept")));
+    }
+    EXPECT_FALSE(Descriptor.Load(TEXT("/nonexistent/None.uplugin"), Reason));
+}
+
+// The manager scans once per process, so a project folder is tried in a fresh child process.
+TEST(PluginManagerDeathTest, ProjectPluginsReplaceLibraryOnesAndBrokenOnesAreSkippedOnce)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto Child = []
+    {
+        char Template[] = "/tmp/cadrel-plugins-XXXXXX";
+        const std::filesystem::path Project = mkdtemp(Template);
+        std::filesystem::create_directories(Project / "Plugins/Cadrel");
+        std::filesystem::create_directories(Project / "Plugins/Broken");
+        std::ofstream(Project / "Plugins/Cadrel/Cadrel.uplugin") << R"({"VersionName":"2.0.0-project"})";
+        std::ofstream(Project / "Plugins/Broken/Broken.uplugin") << R"({"VersionName":)";
+        setenv("ORVANE_PROJECT_DIR", Project.c_str(), 1);
+
+        FSkipCounter Skips(TEXT("Broken.uplugin"));
+        GLog->AddOutputDevice(&Skips);
+        const TSharedPtr<IPlugin> Cadrel = IPluginManager::Get().FindPlugin(TEXT("Cadrel"));
+        const bool bReplaced = Cadrel && SameText(Cadrel->GetDescriptor().VersionName, TEXT("2.0.0-project"));
+        const bool bSkipped = !IPluginManager::Get().FindPlugin(TEXT("Broken")).IsValid() && Skips.Count == 1;
+        GLog->RemoveOutputDevice(&Skips);
+        std::filesystem::remove_all(Project);
+        std::exit(bReplaced && bSkipped ? 0 : 1);
+    };
+    EXPECT_EXIT(Child(), ::testing::ExitedWithCode(0), "");
+}
