@@ -1,0 +1,7 @@
+#include "HttpModule.h"
+
+FHttpModule& FHttpModule::Get()
+{
+    static FHttpModule Instance;
+    return Instance;
+}

@@ -1,0 +1,72 @@
+#include "TestTypes.h"
+
+#include "UObject/Registration.h"
+
+namespace
+{
+constexpr const TCHAR* Package = TEXT("/Script/OrvaneTests");
+constexpr const TCHAR* Category = TEXT("Test");
+constexpr EPropertyFlags ReadWrite = PF_Edit | PF_ScriptVisible;
+constexpr FMetaDataPair HeaderMeta[] = {{TEXT("ModuleRelativePath"), TEXT("TestTypes.h")}};
+constexpr FMetaDataPair ToolTipMeta[] = {{TEXT("ToolTip"), TEXT("")}};
+
+constexpr FEnumeratorParams ColourEnumerators[] = {
+    ORV_ENUMERATOR(ETestColour, Red),
+    ORV_ENUMERATOR(ETestColour, Green),
+    ORV_ENUMERATOR(ETestColour, Blue),
+};
+constexpr FEnumParams ColourParams{TEXT("ETestColour"), Package, ColourEnumerators, TF_ScriptType,
+                                   HeaderMeta};
+
+constexpr FEnumeratorParams QueuedEnumerators[] = {ORV_ENUMERATOR(ETestQueued, Only)};
+constexpr FEnumParams QueuedParams{TEXT("ETestQueued"), Package, QueuedEnumerators};
+
+constexpr FPropertyParams InnerProperties[] = {ORV_PROPERTY(FTestInner, Weight, ReadWrite, Category)};
+constexpr FStructParams InnerParams{TEXT("TestInner"), Package, InnerProperties, TF_ScriptType};
+
+constexpr FPropertyParams RecordProperties[] = {
+    ORV_PROPERTY(FTestRecord, Name, ReadWrite | PF_ScriptReadOnly, Category, ToolTipMeta),
+    ORV_PROPERTY(FTestRecord, Count, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Inner, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Colour, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Id, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Position, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Weights, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Labels, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Bytes, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, Inners, ReadWrite, Category),
+    ORV_PROPERTY(FTestRecord, bHidden, PF_Edit, Category),
+};
+constexpr FStructParams RecordParams{TEXT("TestRecord"), Package, RecordProperties, TF_ScriptType,
+                                     HeaderMeta};
+
+constexpr EPropertyFlags ConfigFlags = PF_Edit | PF_Config;
+constexpr FPropertyParams SettingsProperties[] = {
+    ORV_PROPERTY(UTestSettings, Url, ConfigFlags, Category),
+    ORV_PROPERTY(UTestSettings, Stamp, ConfigFlags, Category),
+    ORV_PROPERTY(UTestSettings, Ratio, ConfigFlags, Category),
+    ORV_PROPERTY(UTestSettings, Scale, ConfigFlags, Category),
+    ORV_PROPERTY(UTestSettings, bEnabled, ConfigFlags, Category),
+    ORV_PROPERTY(UTestSettings, Colour, ConfigFlags, Category),
+    ORV_PROPERTY(UTestSettings, Transient, PF_Edit, Category),
+};
+constexpr FClassParams SettingsParams{TEXT("TestSettings"),
+                                      Package,
+                                      &StaticClass<UObject>,
+                                      TEXT("OrvaneTest"),
+                                      &OrvReflection::ConstructObject<UTestSettings>,
+                                      SettingsProperties,
+                                      TF_None,
+                                      HeaderMeta};
+
+constexpr const FClassParams* Classes[] = {&SettingsParams};
+constexpr const FStructParams* Structs[] = {&InnerParams, &RecordParams};
+constexpr const FEnumParams* Enums[] = {&ColourParams, &QueuedParams};
+const FCompiledInRegistration Registration(Classes, Structs, Enums);
+} // namespace
+
+ORV_IMPLEMENT_ENUM(ETestColour, ColourParams)
+ORV_IMPLEMENT_ENUM(ETestQueued, QueuedParams)
+ORV_IMPLEMENT_STRUCT(FTestInner, InnerParams)
+ORV_IMPLEMENT_STRUCT(FTestRecord, RecordParams)
+ORV_IMPLEMENT_CLASS(UTestSettings, SettingsParams)
