@@ -1,4 +1,5 @@
 #include "RequestCommand.h"
+#include "SettingsCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -7,10 +8,15 @@ int main(int argc, char** argv)
     CLI::App App{"cadrel: turns recorded speech into facial animation through a lipsync server."};
     App.require_subcommand(0, 1);
     FRequestCommand Request(App);
+    FSettingsCommand Settings(App);
     // Set after the commands are added, so that their own help does not repeat it.
     App.footer("Without a command, cadrel runs `request` with its defaults. Run `cadrel <command> --help` "
                "for a command's options.");
 
     CLI11_PARSE(App, argc, argv);
+    if (Settings.WasChosen())
+    {
+        return Settings.Run();
+    }
     return Request.Run();
 }

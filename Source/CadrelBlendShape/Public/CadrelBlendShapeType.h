@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "UObject/Class.h"
 
 // The kind of lipsync server a request goes to.
 enum class EBlendShapeType : uint8
@@ -8,6 +9,7 @@ enum class EBlendShapeType : uint8
     AUDIO2FACE = 0,
     VIRETHIO = 1,
 };
+template <> CADRELBLENDSHAPE_API UEnum* StaticEnum<EBlendShapeType>();
 
 // The kind of face rig an animation is made for.
 enum class ECadrelRigType : uint8
@@ -15,6 +17,7 @@ enum class ECadrelRigType : uint8
     VIRETH = 0,
     CUSTOM = 1,
 };
+template <> CADRELBLENDSHAPE_API UEnum* StaticEnum<ECadrelRigType>();
 
 // The emotion an animation is to express; the server knows each by its name
 // without the prefix, in lower case.
@@ -40,18 +43,25 @@ enum class ECadrelExplicitEmotion : uint8
     CEE_Surprise,
     CEE_Wrath,
 };
+template <> CADRELBLENDSHAPE_API UEnum* StaticEnum<ECadrelExplicitEmotion>();
 
 struct CADRELBLENDSHAPE_API FEyeMovementParameters
 {
     // True asks the server for captured ("mocap") eye movement.
     bool bEyeMovementMode = false;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FEyeMovementParameters>();
 
 struct CADRELBLENDSHAPE_API FNeckMovementParameters
 {
     // True asks the server for captured ("mocap") neck movement.
     bool bNeckMovementMode = false;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FNeckMovementParameters>();
 
 // What animation the server is to make.
 struct CADRELBLENDSHAPE_API FCadrelZELInfo
@@ -64,12 +74,18 @@ struct CADRELBLENDSHAPE_API FCadrelZELInfo
     ECadrelExplicitEmotion ExplicitEmotion = ECadrelExplicitEmotion::CEE_Calm;
     FEyeMovementParameters EyeMovementParameters;
     FNeckMovementParameters NeckMovementParameters;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelZELInfo>();
 
 struct CADRELBLENDSHAPE_API FCadrelIOAttributes
 {
     FCadrelZELInfo Zel;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelIOAttributes>();
 
 struct CADRELBLENDSHAPE_API FCadrelIORequestData
 {
@@ -77,7 +93,10 @@ struct CADRELBLENDSHAPE_API FCadrelIORequestData
     FGuid ID = FGuid::NewGuid();
     FString Type = TEXT("cadrel");
     FCadrelIOAttributes Attributes;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelIORequestData>();
 
 // Who asks, and how the previous exchange went.
 struct CADRELBLENDSHAPE_API FCadrelIORequestMeta
@@ -98,14 +117,20 @@ struct CADRELBLENDSHAPE_API FCadrelIORequestMeta
     int32 PrevSize = 0;
     float Latency = 0.0f;
     int32 PrevAudioLength = 0;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelIORequestMeta>();
 
 // A whole lipsync request as the server receives it.
 struct CADRELBLENDSHAPE_API FCadrelZELRequest
 {
     FCadrelIORequestData Data;
     FCadrelIORequestMeta Meta;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelZELRequest>();
 
 // How the module sends a request; none of it goes into the request document.
 struct CADRELBLENDSHAPE_API FCadrelZELRequestParam
@@ -117,21 +142,30 @@ struct CADRELBLENDSHAPE_API FCadrelZELRequestParam
     FString Token;
     EBlendShapeType LinkServerType = EBlendShapeType::VIRETHIO;
     bool bStream = false;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelZELRequestParam>();
 
 // One bone value of a frame, an Euler-angle triple in the server's units.
 struct CADRELBLENDSHAPE_API FCadrelZELBones
 {
     FString BoneName;
     FVector BoneValue = FVector::ZeroVector;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelZELBones>();
 
 struct CADRELBLENDSHAPE_API FCadrelFaceFrames
 {
     // One weight per entry of the response's BlendShapesNames, by position.
     TArray<double> Blendshapes;
     TArray<FCadrelZELBones> Bones;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelFaceFrames>();
 
 // The common result of a lipsync exchange, whichever server made it.
 struct CADRELBLENDSHAPE_API FCadrelZELResponse
@@ -142,13 +176,19 @@ struct CADRELBLENDSHAPE_API FCadrelZELResponse
     TArray<FCadrelFaceFrames> Frames;
     TArray<FString> BlendShapesNames;
     TArray<FString> BonesNames;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelZELResponse>();
 
 // One frame of an Audio2Face export: one weight per entry of FacsNames.
 struct CADRELBLENDSHAPE_API FAudio2FaceBlendShapeWeightMat
 {
     TArray<double> Weight;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FAudio2FaceBlendShapeWeightMat>();
 
 // A blend-shape export of the local Audio2Face bridge. The counts are informative
 // only and are never compared with the arrays.
@@ -160,7 +200,10 @@ struct CADRELBLENDSHAPE_API FCadrelAudio2FaceBlendShapeInfo
     int32 NumFrames = -1;
     TArray<FString> FacsNames;
     TArray<FAudio2FaceBlendShapeWeightMat> WeightMat;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelAudio2FaceBlendShapeInfo>();
 
 // Where the live animation receiver of a stream listens.
 struct CADRELBLENDSHAPE_API FCadrelVelkInfo
@@ -170,7 +213,10 @@ struct CADRELBLENDSHAPE_API FCadrelVelkInfo
     int32 AudioPort = -1;
     // The server's "TimeLength", a whole number that carries no unit of its own.
     float AudioTime = 0.0f;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelVelkInfo>();
 
 // Fired with the element's MainIndex and Index when its time in the stream queue has run out.
 using FVelkEndPlayDelegate = TDelegate<void(int32 MainIndex, int32 Index, const FString&)>;
@@ -193,4 +239,7 @@ struct CADRELBLENDSHAPE_API FCadrelVelkStreamQueueElement
     float CurrentDelayTime = 0.0f;
     bool bExecute = false;
     FVelkEndPlayDelegate EndPlayDelegate;
+
+    static UScriptStruct* StaticStruct();
 };
+template <> CADRELBLENDSHAPE_API UScriptStruct* StaticStruct<FCadrelVelkStreamQueueElement>();
