@@ -63,8 +63,11 @@ bool EnsureDirectory(const fs::path& Directory, FString& OutError)
 fs::path TemporaryPathFor(const fs::path& Target)
 {
     static std::atomic<uint32> Counter{0};
-    return Target.parent_path() / ("." + Target.filename().string() + ".tmp-" + std::to_string(::getpid()) +
-                                   "-" + std::to_string(Counter.fetch_add(1)));
+    // Built by appending: GCC 12 reports a false -Wrestrict for "." + std::string.
+    std::string Name = ".";
+    Name += Target.filename().string();
+    Name += ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(Counter.fetch_add(1));
+    return Target.parent_path() / Name;
 }
 
 // Writes Bytes to a new file at Temporary, with the permissions of Existing when
