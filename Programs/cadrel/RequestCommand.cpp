@@ -2,24 +2,22 @@
 
 #include "CadrelJson.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <vector>
 
 namespace
 {
-// The names the server knows, in the enumeration's order.
-const std::vector<std::string> EmotionNames = {
-    "angry",  "calm",   "curious",      "disgust",  "doubt",    "dreamy",     "embarrassment",
-    "fear",   "flirt",  "happy",        "playful",  "positive", "resentment", "shame",
-    "sorrow", "strict", "supplication", "surprise", "wrath",
-};
-const std::vector<std::string> RigTypeNames = {"vireth", "custom"};
+constexpr uint8 NoEnumerator = 255;
 
-uint8 IndexOf(const std::vector<std::string>& Names, const std::string& Name)
+std::string CheckEmotion(const std::string& Name)
 {
-    const auto Found = std::find(Names.begin(), Names.end(), Name);
-    return static_cast<uint8>(Found - Names.begin());
+    const ECadrelExplicitEmotion Emotion = CadrelJson::GetExplicitEmotion(FString::FromUTF8(Name));
+    return static_cast<uint8>(Emotion) == NoEnumerator ? "no such emotion: " + Name : std::string();
+}
+
+std::string CheckRigType(const std::string& Name)
+{
+    const ECadrelRigType RigType = CadrelJson::GetRigType(FString::FromUTF8(Name));
+    return static_cast<uint8>(RigType) == NoEnumerator ? "no such rig type: " + Name : std::string();
 }
 
 std::string CheckGuid(const std::string& Text)
@@ -33,12 +31,18 @@ FRequestCommand::FRequestCommand(CLI::App& Parent)
 {
     CLI::App* Command = Parent.add_subcommand(
         "request", "Print the JSON document a lipsync request sends (the default command).");
-    // As a transform, IsMember replaces the given name by the table's spelling, which IndexOf relies on.
-    Command->add_option("--emotion", Emotion, "Emotion the animation is to express")
-        ->transform(CLI::IsMember(EmotionNames, CLI::ignore_case))
+    // The codec's own name lookups decide, so the program accepts exactly what
+    // the request reader would read back.
+    Command
+        ->add_option(
+            "--emotion", Emotion,
+            "Emotion the animation is to express: angry, calm, curious, disgust, doubt, dreamy, "
+            "embarrassment, fear, flirt, happy, playful, positive, resentment, shame, sorrow, strict, "
+            "supplication, surprise or wrath")
+        ->check(CLI::Validator(CheckEmotion, "EMOTION"))
         ->capture_default_str();
-    Command->add_option("--rig", RigType, "Kind of face rig the animation is for")
-        ->transform(CLI::IsMember(RigTypeNames, CLI::ignore_case))
+    Command->add_option("--rig", RigType, "Kind of face rig the animation is for: vireth or custom")
+        ->check(CLI::Validator(CheckRigType, "RIG"))
         ->capture_default_str();
     Command->add_option("--id", Id, "Request identifier, 32 hexadecimal digits (default: a new one)")
         ->check(CLI::Validator(CheckGuid, "GUID"));
@@ -50,8 +54,8 @@ int FRequestCommand::Run() const
 {
     FCadrelZELRequest Request;
     FCadrelZELInfo& Zel = Request.Data.Attributes.Zel;
-    Zel.ExplicitEmotion = static_cast<ECadrelExplicitEmotion>(IndexOf(EmotionNames, Emotion));
-    Zel.RigType = static_cast<ECadrelRigType>(IndexOf(RigTypeNames, RigType));
+    Zel.ExplicitEmotion = CadrelJson::GetExplicitEmotion(FString::FromUTF8(Emotion));
+    Zel.RigType = CadrelJson::GetRigType(FString::FromUTF8(RigType));
     Zel.EyeMovementParameters.bEyeMovementMode = bEyeMovement;
     Zel.NeckMovementParameters.bNeckMovementMode = bNeckMovement;
     if (!Id.empty())

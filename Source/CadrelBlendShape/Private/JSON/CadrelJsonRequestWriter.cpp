@@ -1,4 +1,5 @@
 #include "CadrelJson.h"
+#include "JSON/CadrelEnumNames.h"
 
 #include "Policies/CondensedJsonPrintPolicy.h"
 #include "Serialization/JsonWriter.h"
@@ -11,21 +12,14 @@ namespace
 using FCondensedWriter = TJsonWriter<TCHAR, TCondensedJsonPrintPolicy<TCHAR>>;
 using FCondensedWriterFactory = TJsonWriterFactory<TCHAR, TCondensedJsonPrintPolicy<TCHAR>>;
 
-// The server's emotion names, in enumerator order.
-const TCHAR* const EmotionNames[] = {
-    TEXT("angry"),   TEXT("calm"),          TEXT("curious"),    TEXT("disgust"), TEXT("doubt"),
-    TEXT("dreamy"),  TEXT("embarrassment"), TEXT("fear"),       TEXT("flirt"),   TEXT("happy"),
-    TEXT("playful"), TEXT("positive"),      TEXT("resentment"), TEXT("shame"),   TEXT("sorrow"),
-    TEXT("strict"),  TEXT("supplication"),  TEXT("surprise"),   TEXT("wrath"),
-};
-static_assert(std::size(EmotionNames) == static_cast<SIZE_T>(ECadrelExplicitEmotion::CEE_Wrath) + 1);
-
 // A value outside the enumeration has no name, so it is written as empty text,
 // which no server reads as an emotion.
-const TCHAR* EmotionName(ECadrelExplicitEmotion Emotion)
+// The server knows the emotions by their enumerator names in lower case.
+FString EmotionName(ECadrelExplicitEmotion Emotion)
 {
     const SIZE_T Index = static_cast<SIZE_T>(Emotion);
-    return Index < std::size(EmotionNames) ? EmotionNames[Index] : TEXT("");
+    return Index < std::size(CadrelEnumNames::Emotions) ? FString(CadrelEnumNames::Emotions[Index]).ToLower()
+                                                        : FString();
 }
 
 // Every rig other than the Vireth one is "custom" to the server, values outside the enumeration included.
