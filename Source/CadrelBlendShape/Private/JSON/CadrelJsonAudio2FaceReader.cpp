@@ -34,35 +34,20 @@ void ReadExport(const FJsonObject& Object, FCadrelAudio2FaceBlendShapeInfo& Out)
     }
 }
 
-template <typename CharType>
-void ReadFrom(const TSharedRef<TJsonReader<CharType>>& Reader, FCadrelAudio2FaceBlendShapeInfo& OutInfo)
-{
-    CadrelJson::ReadRules::ReadWithoutThrowing(
-        [&]
-        {
-            TSharedPtr<FJsonValue> Root;
-            if (!FJsonSerializer::Deserialize(Reader, Root))
-            {
-                return;
-            }
-            if (const TSharedPtr<FJsonObject>& Object = Root->AsObject())
-            {
-                ReadExport(*Object, OutInfo);
-            }
-        });
-}
 } // namespace
 
 void CadrelJson::StringToAudio2FaceResponse_Internal(const FString& JsonString,
                                                      FCadrelAudio2FaceBlendShapeInfo& OutInfo)
 {
-    ReadFrom(TJsonReaderFactory<TCHAR>::Create(JsonString), OutInfo);
+    CadrelJson::ReadRules::ReadRootObject(TJsonReaderFactory<TCHAR>::Create(JsonString),
+                                          [&](const FJsonObject& Object) { ReadExport(Object, OutInfo); });
 }
 
 void CadrelJson::StringToAudio2FaceResponse_Internal(const TArray<uint8>& Utf8Json,
                                                      FCadrelAudio2FaceBlendShapeInfo& OutInfo)
 {
-    ReadFrom(TJsonReaderFactory<UTF8CHAR>::Create(Utf8Json), OutInfo);
+    CadrelJson::ReadRules::ReadRootObject(TJsonReaderFactory<UTF8CHAR>::Create(Utf8Json),
+                                          [&](const FJsonObject& Object) { ReadExport(Object, OutInfo); });
 }
 
 void CadrelJson::Audio2FaceBlendShapeToZELResponse(const FCadrelAudio2FaceBlendShapeInfo& InInfo,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "Serialization/JsonSerializer.h"
 
 #include <exception>
 
@@ -35,5 +36,26 @@ template <typename ReadFunctor> void ReadWithoutThrowing(ReadFunctor&& Read) noe
     catch (const std::exception&)
     {
     }
+}
+
+// The general readers' first step: the text becomes one JSON value, and Read gets
+// its object view. Text that is not JSON, or whose top level is no object, reaches
+// nothing, so the record stays as it was.
+template <typename CharType, typename ReadFunctor>
+void ReadRootObject(const TSharedRef<TJsonReader<CharType>>& Reader, ReadFunctor&& Read) noexcept
+{
+    ReadWithoutThrowing(
+        [&]
+        {
+            TSharedPtr<FJsonValue> Root;
+            if (!FJsonSerializer::Deserialize(Reader, Root))
+            {
+                return;
+            }
+            if (const TSharedPtr<FJsonObject>& Object = Root->AsObject())
+            {
+                Read(*Object);
+            }
+        });
 }
 } // namespace CadrelJson::ReadRules

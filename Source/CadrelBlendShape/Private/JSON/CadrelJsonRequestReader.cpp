@@ -73,24 +73,15 @@ void ReadMeta(const FJsonObject& Object, FCadrelIORequestMeta& Meta)
 
 void CadrelJson::StringToZELRequest(const FString& JsonString, FCadrelZELRequest& OutRequest)
 {
-    ReadRules::ReadWithoutThrowing(
-        [&]
+    ReadRules::ReadRootObject(
+        TJsonReaderFactory<TCHAR>::Create(JsonString),
+        [&](const FJsonObject& Object)
         {
-            TSharedPtr<FJsonValue> Root;
-            if (!FJsonSerializer::Deserialize(TJsonReaderFactory<TCHAR>::Create(JsonString), Root))
-            {
-                return;
-            }
-            const TSharedPtr<FJsonObject>& Object = Root->AsObject();
-            if (!Object)
-            {
-                return;
-            }
-            if (const TSharedPtr<FJsonObject>& Data = Object->GetObjectField(TEXT("data")))
+            if (const TSharedPtr<FJsonObject>& Data = Object.GetObjectField(TEXT("data")))
             {
                 ReadData(*Data, OutRequest.Data);
             }
-            if (const TSharedPtr<FJsonObject>& Meta = Object->GetObjectField(TEXT("meta")))
+            if (const TSharedPtr<FJsonObject>& Meta = Object.GetObjectField(TEXT("meta")))
             {
                 ReadMeta(*Meta, OutRequest.Meta);
             }

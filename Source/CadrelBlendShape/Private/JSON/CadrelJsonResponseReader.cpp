@@ -73,31 +73,18 @@ void ReadResponse(const FJsonObject& Object, FCadrelZELResponse& Out)
     Out.Platform = Object.GetStringField(TEXT("platform"));
 }
 
-template <typename CharType>
-void ReadFrom(const TSharedRef<TJsonReader<CharType>>& Reader, FCadrelZELResponse& OutResponse)
-{
-    CadrelJson::ReadRules::ReadWithoutThrowing(
-        [&]
-        {
-            TSharedPtr<FJsonValue> Root;
-            if (!FJsonSerializer::Deserialize(Reader, Root))
-            {
-                return;
-            }
-            if (const TSharedPtr<FJsonObject>& Object = Root->AsObject())
-            {
-                ReadResponse(*Object, OutResponse);
-            }
-        });
-}
 } // namespace
 
 void CadrelJson::StringToZELResponse_Internal(const FString& JsonString, FCadrelZELResponse& OutResponse)
 {
-    ReadFrom(TJsonReaderFactory<TCHAR>::Create(JsonString), OutResponse);
+    CadrelJson::ReadRules::ReadRootObject(TJsonReaderFactory<TCHAR>::Create(JsonString),
+                                          [&](const FJsonObject& Object)
+                                          { ReadResponse(Object, OutResponse); });
 }
 
 void CadrelJson::StringToZELResponse_Internal(const TArray<uint8>& Utf8Json, FCadrelZELResponse& OutResponse)
 {
-    ReadFrom(TJsonReaderFactory<UTF8CHAR>::Create(Utf8Json), OutResponse);
+    CadrelJson::ReadRules::ReadRootObject(TJsonReaderFactory<UTF8CHAR>::Create(Utf8Json),
+                                          [&](const FJsonObject& Object)
+                                          { ReadResponse(Object, OutResponse); });
 }
