@@ -25,9 +25,10 @@ TEST(Guid, FormatsAndParsesEveryTextForm)
 
 TEST(Guid, GarbageFailsAndInvalidates)
 {
-    for (const TCHAR* Text : {TEXT(""), TEXT("not a guid"), TEXT("5A0E8C1F2B3D4E6F8091A2B3C4D5E6FG"),
-                              TEXT("5A0E8C1F-2B3D-4E6F-8091-A2B3C4D5E6F"), TEXT("{5A0E8C1F-2B3D-4E6F-8091-A2B3C4D5E6F7)"),
-                              TEXT("5A0E8C1F2B3D-4E6F-8091-A2B3C4D5E6F7")})
+    for (const TCHAR* Text :
+         {TEXT(""), TEXT("not a guid"), TEXT("5A0E8C1F2B3D4E6F8091A2B3C4D5E6FG"),
+          TEXT("5A0E8C1F-2B3D-4E6F-8091-A2B3C4D5E6F"), TEXT("{5A0E8C1F-2B3D-4E6F-8091-A2B3C4D5E6F7)"),
+          TEXT("5A0E8C1F2B3D-4E6F-8091-A2B3C4D5E6F7")})
     {
         FGuid Parsed(1, 2, 3, 4);
         EXPECT_FALSE(FGuid::Parse(Text, Parsed)) << FString(Text).ToUTF8();

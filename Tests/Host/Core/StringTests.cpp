@@ -54,9 +54,11 @@ TEST(String, EditingOperations)
 
 TEST(String, PrintfTakesWideStringsAndNumbers)
 {
-    const FString Text = FString::Printf(TEXT("%s=%d %.2f %5.1f%% %c %u"), TEXT("Delay"), -3, 0.125, 2.25, u'x', 7u);
+    const FString Text =
+        FString::Printf(TEXT("%s=%d %.2f %5.1f%% %c %u"), TEXT("Delay"), -3, 0.125, 2.25, u'x', 7u);
     EXPECT_EQ(Text.GetStd(), u"Delay=-3 0.12   2.2% x 7");
-    EXPECT_EQ(FString::Printf(TEXT("%lld"), static_cast<long long>(9007199254740993LL)).GetStd(), u"9007199254740993");
+    EXPECT_EQ(FString::Printf(TEXT("%lld"), static_cast<long long>(9007199254740993LL)).GetStd(),
+              u"9007199254740993");
 }
 
 TEST(String, Utf8RoundTripAndBrokenInput)
@@ -68,7 +70,8 @@ TEST(String, Utf8RoundTripAndBrokenInput)
     const char16_t LoneHigh[] = {u'a', 0xD800, u'b', 0};
     const char16_t LoneLow[] = {0xDC00, 0};
     const char16_t Truncated[] = {u'a', 0xD83D, 0};
-    EXPECT_EQ(FString(LoneHigh).ToUTF8(), "a\xEF\xBF\xBD" "b");
+    EXPECT_EQ(FString(LoneHigh).ToUTF8(), "a\xEF\xBF\xBD"
+                                          "b");
     EXPECT_EQ(FString(LoneLow).ToUTF8(), "\xEF\xBF\xBD");
     EXPECT_EQ(FString(Truncated).ToUTF8(), "a\xEF\xBF\xBD");
 

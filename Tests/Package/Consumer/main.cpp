@@ -22,9 +22,10 @@ int main()
     {
         return 1;
     }
-    const FString Emotion =
-        Parsed->GetObjectField(TEXT("data"))->GetObjectField(TEXT("attributes"))->GetObjectField(TEXT("zel"))
-            ->GetStringField(TEXT("explicitEmotion"));
+    const FString Emotion = Parsed->GetObjectField(TEXT("data"))
+                                ->GetObjectField(TEXT("attributes"))
+                                ->GetObjectField(TEXT("zel"))
+                                ->GetStringField(TEXT("explicitEmotion"));
     std::printf("%s\n", TCHAR_TO_UTF8(*Json));
     return Emotion.Equals(TEXT("happy"), ESearchCase::CaseSensitive) ? 0 : 2;
 }

@@ -9,7 +9,8 @@
 
 // Streams JSON tokens into a buffer; Close() moves the text into the output string
 // given to the factory, replacing what it held.
-template <typename CharType = TCHAR, typename PrintPolicy = TCondensedJsonPrintPolicy<CharType>> class TJsonWriter
+template <typename CharType = TCHAR, typename PrintPolicy = TCondensedJsonPrintPolicy<CharType>>
+class TJsonWriter
 {
     static_assert(std::is_same_v<CharType, TCHAR>, "the host writes JSON as TCHAR text");
 
@@ -94,15 +95,27 @@ private:
         bNeedsComma = true;
     }
 
-    void WriteValueOnly(const FString& Value) { Finish([&] { AppendEscapedJsonString(Buffer, Value); }); }
+    void WriteValueOnly(const FString& Value)
+    {
+        Finish([&] { AppendEscapedJsonString(Buffer, Value); });
+    }
     void WriteValueOnly(const TCHAR* Value) { WriteValueOnly(FString(Value)); }
-    void WriteValueOnly(bool Value) { Finish([&] { Buffer.Append(Value ? TEXT("true") : TEXT("false")); }); }
-    void WriteValueOnly(int32 Value) { Finish([&] { Buffer.AppendInt(Value); }); }
+    void WriteValueOnly(bool Value)
+    {
+        Finish([&] { Buffer.Append(Value ? TEXT("true") : TEXT("false")); });
+    }
+    void WriteValueOnly(int32 Value)
+    {
+        Finish([&] { Buffer.AppendInt(Value); });
+    }
     void WriteValueOnly(int64 Value)
     {
         Finish([&] { Buffer.Append(FString::FromUTF8(std::to_string(Value))); });
     }
-    void WriteValueOnly(double Value) { Finish([&] { AppendJsonNumber(Buffer, Value); }); }
+    void WriteValueOnly(double Value)
+    {
+        Finish([&] { AppendJsonNumber(Buffer, Value); });
+    }
     void WriteValueOnly(float Value) { WriteValueOnly(static_cast<double>(Value)); }
 
     template <typename FunctorType> void Finish(FunctorType&& Write)
