@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <utility>
 
 namespace
@@ -107,25 +104,4 @@ TEST(Records, MetaTakesPluginVersionAndCultureFromTheHost)
     const TSharedPtr<IPlugin> Plugin = IPluginManager::Get().FindPlugin(TEXT("Cadrel"));
     ASSERT_TRUE(Plugin.IsValid());
     EXPECT_TRUE(SameText(FCadrelIORequestMeta().PluginVersion, *Plugin->GetDescriptor().VersionName));
-}
-
-// The plug-in manager scans once per process, so a project's own descriptor is
-// tried in a fresh child process.
-TEST(RecordsDeathTest, PluginVersionFollowsTheProjectsDescriptor)
-{
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto Child = []
-    {
-        char Template[] = "/tmp/cadrel-records-XXXXXX";
-        const std::filesystem::path Project = mkdtemp(Template);
-        std::filesystem::create_directories(Project / "Plugins/Cadrel");
-        std::ofstream(Project / "Plugins/Cadrel/Cadrel.uplugin")
-            << R"({"FileVersion":3,"VersionName":"9.1.0"})";
-        setenv("ORVANE_PROJECT_DIR", Project.c_str(), 1);
-        const bool bFound =
-            FCadrelIORequestMeta().PluginVersion.Equals(TEXT("9.1.0"), ESearchCase::CaseSensitive);
-        std::filesystem::remove_all(Project);
-        std::exit(bFound ? 0 : 1);
-    };
-    EXPECT_EXIT(Child(), ::testing::ExitedWithCode(0), "");
 }
