@@ -93,30 +93,16 @@ private:
     std::vector<double> Scratch;
 };
 
-template <typename CharType>
-void ReadFast(std::basic_string_view<CharType> Text, FCadrelAudio2FaceBlendShapeInfo& OutInfo)
-{
-    FExportWalker Walker;
-    const bool bRead =
-        WalkTopLevelObject(Text, [&Walker](std::string_view Key, ondemand::value Value, int32 Level)
-                           { return Walker.OnTopLevelField(Key, Value, Level); });
-    if (bRead)
-    {
-        Walker.Apply(OutInfo);
-    }
-}
 } // namespace
 
 void CadrelJson::StringToAudio2FaceResponse(const FString& JsonString,
                                             FCadrelAudio2FaceBlendShapeInfo& OutInfo)
 {
-    ReadRules::ReadWithoutThrowing([&] { ReadFast(JsonString.View(), OutInfo); });
+    ReadRules::ReadWithoutThrowing([&] { ReadWithWalker<FExportWalker>(JsonString.View(), OutInfo); });
 }
 
 void CadrelJson::StringToAudio2FaceResponse(const TArray<uint8>& Utf8Json,
                                             FCadrelAudio2FaceBlendShapeInfo& OutInfo)
 {
-    const std::string_view Bytes(reinterpret_cast<const char*>(Utf8Json.GetData()),
-                                 static_cast<SIZE_T>(Utf8Json.Num()));
-    ReadRules::ReadWithoutThrowing([&] { ReadFast(Bytes, OutInfo); });
+    ReadRules::ReadWithoutThrowing([&] { ReadWithWalker<FExportWalker>(BytesView(Utf8Json), OutInfo); });
 }

@@ -184,28 +184,15 @@ private:
     std::vector<FCadrelZELBones> BonesScratch;
 };
 
-template <typename CharType>
-void ReadFast(std::basic_string_view<CharType> Text, FCadrelZELResponse& OutResponse)
-{
-    FResponseWalker Walker;
-    const bool bRead =
-        WalkTopLevelObject(Text, [&Walker](std::string_view Key, ondemand::value Value, int32 Level)
-                           { return Walker.OnTopLevelField(Key, Value, Level); });
-    if (bRead)
-    {
-        Walker.Apply(OutResponse);
-    }
-}
 } // namespace
 
 void CadrelJson::StringToZELResponse(const FString& JsonString, FCadrelZELResponse& OutResponse)
 {
-    ReadRules::ReadWithoutThrowing([&] { ReadFast(JsonString.View(), OutResponse); });
+    ReadRules::ReadWithoutThrowing([&] { ReadWithWalker<FResponseWalker>(JsonString.View(), OutResponse); });
 }
 
 void CadrelJson::StringToZELResponse(const TArray<uint8>& Utf8Json, FCadrelZELResponse& OutResponse)
 {
-    const std::string_view Bytes(reinterpret_cast<const char*>(Utf8Json.GetData()),
-                                 static_cast<SIZE_T>(Utf8Json.Num()));
-    ReadRules::ReadWithoutThrowing([&] { ReadFast(Bytes, OutResponse); });
+    ReadRules::ReadWithoutThrowing([&]
+                                   { ReadWithWalker<FResponseWalker>(BytesView(Utf8Json), OutResponse); });
 }

@@ -239,4 +239,24 @@ bool WalkTopLevelObject(std::basic_string_view<CharType> Text, FieldFunctor&& On
     }
     return bWalked;
 }
+
+// A fast reader's whole run: the walker gathers the answer into a draft, and only a
+// complete walk touches the record, so a text the host's parser would refuse leaves
+// it as it was.
+template <typename WalkerType, typename CharType, typename RecordType>
+void ReadWithWalker(std::basic_string_view<CharType> Text, RecordType& OutRecord)
+{
+    WalkerType Walker;
+    if (WalkTopLevelObject(Text, [&Walker](std::string_view Key, ondemand::value Value, int32 Level)
+                           { return Walker.OnTopLevelField(Key, Value, Level); }))
+    {
+        Walker.Apply(OutRecord);
+    }
+}
+
+// The bytes of an HTTP body as the text the walk reads.
+inline std::string_view BytesView(const TArray<uint8>& Bytes)
+{
+    return std::string_view(reinterpret_cast<const char*>(Bytes.GetData()), static_cast<SIZE_T>(Bytes.Num()));
+}
 } // namespace CadrelJson::FastJson
