@@ -5,8 +5,16 @@
 
 #include <atomic>
 
-// Keeps the HTTP module's requests going; here, the time limits in seconds of
-// flushing them, as the engine configuration gives them.
+enum class EHttpFlushReason : uint8
+{
+    Default,
+    Background,
+    Shutdown,
+    FullFlush,
+};
+
+// Keeps the HTTP module's requests going: they run on one worker thread, and their
+// callbacks are delivered by Tick on the thread that calls it.
 class HTTP_API FHttpManager
 {
 public:
@@ -20,6 +28,14 @@ public:
     // [HTTP] of GEngineIni from the configuration cache; a missing key gives its
     // default (2 and 4 seconds).
     void UpdateConfigs();
+
+    // Delivers the progress, header and completion callbacks that are due. Call it
+    // from the main loop, every frame.
+    void Tick(float DeltaSeconds);
+
+    // Ticks until every request has ended or the flush time limits of section
+    // [HTTP] run out.
+    void Flush(EHttpFlushReason FlushReason);
 
     double GetFlushSoftTimeLimit() const { return FlushSoftTimeLimit.load(); }
     double GetFlushHardTimeLimit() const { return FlushHardTimeLimit.load(); }

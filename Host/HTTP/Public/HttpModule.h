@@ -3,6 +3,7 @@
 #include "CoreMinimal.h"
 #include "HttpFwd.h"
 #include "HttpManager.h"
+#include "Interfaces/IHttpRequest.h"
 
 #include <atomic>
 
@@ -13,6 +14,9 @@ public:
     static FHttpModule& Get();
 
     FHttpManager& GetHttpManager() { return HttpManager; }
+
+    // A new request, not started; never null.
+    TSharedRef<IHttpRequest> CreateRequest();
 
     // Seconds a request may take in all, for requests that set none themselves.
     double GetHttpTimeout() const { return HttpTimeout.load(); }
