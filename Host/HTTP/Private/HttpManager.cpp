@@ -1,6 +1,9 @@
 #include "HttpManager.h"
 
+#include "CurlHttpRequest.h"
 #include "Misc/ConfigCacheIni.h"
+
+#include <mutex>
 
 namespace
 {
@@ -9,10 +12,18 @@ constexpr double DefaultFlushSoftTimeLimit = 2.0;
 constexpr double DefaultFlushHardTimeLimit = 4.0;
 } // namespace
 
-FHttpManager::FHttpManager()
+struct FHttpManager::FImpl
+{
+    std::mutex Mutex;
+    TArray<TSharedRef<FCurlHttpRequest>> Pending;
+};
+
+FHttpManager::FHttpManager() : Impl(std::make_unique<FImpl>())
 {
     UpdateConfigs();
 }
+
+FHttpManager::~FHttpManager() = default;
 
 void FHttpManager::UpdateConfigs()
 {
@@ -22,4 +33,28 @@ void FHttpManager::UpdateConfigs()
     GConfig->GetDouble(HttpSection, TEXT("FlushHardTimeLimitDefault"), Hard, GEngineIni);
     FlushSoftTimeLimit.store(Soft);
     FlushHardTimeLimit.store(Hard);
+}
+
+void FHttpManager::AddRequest(const TSharedRef<FCurlHttpRequest>& Request)
+{
+    std::lock_guard<std::mutex> Lock(Impl->Mutex);
+    Impl->Pending.Add(Request);
+}
+
+void FHttpManager::Tick(float)
+{
+    TArray<TSharedRef<FCurlHttpRequest>> Done;
+    {
+        std::lock_guard<std::mutex> Lock(Impl->Mutex);
+        std::swap(Done, Impl->Pending);
+    }
+    for (const TSharedRef<FCurlHttpRequest>& Request : Done)
+    {
+        Request->Finish(nullptr, false);
+    }
+}
+
+void FHttpManager::Flush(EHttpFlushReason)
+{
+    Tick(0.0f);
 }

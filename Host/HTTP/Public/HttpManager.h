@@ -4,6 +4,9 @@
 #include "HttpFwd.h"
 
 #include <atomic>
+#include <memory>
+
+class FCurlHttpRequest;
 
 enum class EHttpFlushReason : uint8
 {
@@ -20,7 +23,7 @@ class HTTP_API FHttpManager
 public:
     // Starts from the engine configuration.
     FHttpManager();
-    virtual ~FHttpManager() = default;
+    virtual ~FHttpManager();
     FHttpManager(const FHttpManager&) = delete;
     FHttpManager& operator=(const FHttpManager&) = delete;
 
@@ -40,7 +43,13 @@ public:
     double GetFlushSoftTimeLimit() const { return FlushSoftTimeLimit.load(); }
     double GetFlushHardTimeLimit() const { return FlushHardTimeLimit.load(); }
 
+    // Takes a started request over until it completes.
+    void AddRequest(const TSharedRef<FCurlHttpRequest>& Request);
+
 private:
+    struct FImpl;
+    std::unique_ptr<FImpl> Impl;
+
     // Set by UpdateConfigs; read from the thread that flushes.
     std::atomic<double> FlushSoftTimeLimit;
     std::atomic<double> FlushHardTimeLimit;
