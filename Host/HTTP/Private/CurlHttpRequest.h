@@ -3,22 +3,29 @@
 #include "CoreMinimal.h"
 #include "Interfaces/IHttpRequest.h"
 
-// A request of the HTTP module, run by libcurl on the manager's worker thread.
+#include <memory>
+
+struct FCurlTransferSpec;
+
+// A request of the HTTP module. Set up and delivered to on the ticking thread; the
+// exchange itself runs on the manager's worker from a copy taken at the start.
 class FCurlHttpRequest : public IHttpRequest
 {
 public:
+    FCurlHttpRequest();
+
     FString GetURL() const override { return URL; }
     FString GetVerb() const override { return Verb; }
     FString GetHeader(const FString& HeaderName) const override;
     TArray<FString> GetAllHeaders() const override;
-    const TArray<uint8>& GetContent() const override { return Content; }
+    const TArray<uint8>& GetContent() const override { return *Content; }
     EHttpRequestStatus GetStatus() const override { return Status; }
-    float GetElapsedTime() const override { return 0.0f; }
+    float GetElapsedTime() const override;
 
     void SetURL(const FString& InURL) override { URL = InURL; }
     void SetVerb(const FString& InVerb) override { Verb = InVerb; }
     void SetHeader(const FString& HeaderName, const FString& HeaderValue) override;
-    void SetContent(const TArray<uint8>& ContentPayload) override { Content = ContentPayload; }
+    void SetContent(const TArray<uint8>& ContentPayload) override;
     void SetContentAsString(const FString& ContentString) override;
     void SetTimeout(float InTimeoutSecs) override { TimeoutSecs = InTimeoutSecs; }
 
@@ -29,8 +36,10 @@ public:
     bool ProcessRequest() override;
     void CancelRequest() override;
 
-    // Called by the manager's tick once the exchange is over.
-    void Finish(FHttpResponsePtr Response, bool bSucceeded);
+    // Called by the manager's tick.
+    void DeliverProgress(int32 BytesSent, int32 BytesReceived);
+    void DeliverHeader(const FString& Name, const FString& Value);
+    void DeliverCompletion(const FHttpResponsePtr& Response, bool bSucceeded);
 
 private:
     struct FHeader
@@ -39,12 +48,21 @@ private:
         FString Value;
     };
 
+    // Why the request cannot go out as it is, or empty text.
+    FString FindMalformedPart() const;
+    FCurlTransferSpec MakeTransferSpec() const;
+
     FString URL;
-    FString Verb = TEXT("GET");
+    FString Verb;
     TArray<FHeader> Headers;
-    TArray<uint8> Content;
-    float TimeoutSecs = -1.0f;
+    // Replaced, never changed in place, so a running exchange can keep reading it.
+    std::shared_ptr<const TArray<uint8>> Content;
+    float TimeoutSecs = 0.0f;
+
     EHttpRequestStatus Status = EHttpRequestStatus::NotStarted;
+    uint64 RequestId = 0;
+    double StartSeconds = 0.0;
+    double EndSeconds = 0.0;
 
     FHttpRequestCompleteDelegate CompleteDelegate;
     FHttpRequestProgressDelegate ProgressDelegate;

@@ -1,6 +1,9 @@
 #include "HttpModule.h"
 
 #include "CurlHttpRequest.h"
+#include "HttpLog.h"
+
+ORV_DEFINE_LOG_CATEGORY(LogHttp);
 
 FHttpModule& FHttpModule::Get()
 {

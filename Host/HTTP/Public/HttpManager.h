@@ -7,6 +7,7 @@
 #include <memory>
 
 class FCurlHttpRequest;
+struct FCurlTransferSpec;
 
 enum class EHttpFlushReason : uint8
 {
@@ -43,10 +44,15 @@ public:
     double GetFlushSoftTimeLimit() const { return FlushSoftTimeLimit.load(); }
     double GetFlushHardTimeLimit() const { return FlushHardTimeLimit.load(); }
 
-    // Takes a started request over until it completes.
-    void AddRequest(const TSharedRef<FCurlHttpRequest>& Request);
-
 private:
+    friend class FCurlHttpRequest;
+
+    // Keeps a started request alive until its completion has been delivered and
+    // hands its exchange to the worker; returns the request's number.
+    uint64 StartRequest(const TSharedRef<FCurlHttpRequest>& Request, FCurlTransferSpec&& Spec);
+    // The request completes without a response at the next tick.
+    void CancelRequest(uint64 RequestId);
+
     struct FImpl;
     std::unique_ptr<FImpl> Impl;
 

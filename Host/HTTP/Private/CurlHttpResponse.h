@@ -1,0 +1,36 @@
+#pragma once
+
+#include "CoreMinimal.h"
+#include "Interfaces/IHttpResponse.h"
+
+// What the server sent. Filled on the worker thread while the exchange runs and
+// read only on the ticking thread once the request has completed.
+class FCurlHttpResponse : public IHttpResponse
+{
+public:
+    explicit FCurlHttpResponse(const FString& InURL) : URL(InURL) {}
+
+    FString GetURL() const override { return URL; }
+    int32 GetResponseCode() const override { return ResponseCode; }
+    const TArray<uint8>& GetContent() const override { return Content; }
+    FString GetContentAsString() const override;
+    FString GetHeader(const FString& HeaderName) const override;
+    TArray<FString> GetAllHeaders() const override;
+
+    void SetResponseCode(int32 Code) { ResponseCode = Code; }
+    // False once the body would outgrow what the byte array can index.
+    bool AppendContent(const char* Data, SIZE_T Count);
+    void AddHeader(const FString& Name, const FString& Value);
+
+private:
+    struct FHeader
+    {
+        FString Name;
+        FString Value;
+    };
+
+    FString URL;
+    int32 ResponseCode = 0;
+    TArray<uint8> Content;
+    TArray<FHeader> Headers;
+};

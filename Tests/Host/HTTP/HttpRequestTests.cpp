@@ -1,0 +1,211 @@
+#include "HttpModule.h"
+#include "HttpTestServers.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <netinet/in.h>
+#include <unistd.h>
+
+#include <condition_variable>
+
+namespace
+{
+const char* const NoContent = "HTTP/1.1 204 No Content\r\nContent-Length: 0\r\n\r\n";
+
+TSharedRef<IHttpRequest> MakeRequest(const FString& URL, const TCHAR* Verb = TEXT("GET"))
+{
+    TSharedRef<IHttpRequest> Request = FHttpModule::Get().CreateRequest();
+    Request->SetURL(URL);
+    Request->SetVerb(Verb);
+    return Request;
+}
+
+// The port of a socket that was bound and closed again: nothing listens there.
+int ClosedPort()
+{
+    const int Socket = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in Address{};
+    Address.sin_family = AF_INET;
+    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t Length = sizeof(Address);
+    bind(Socket, reinterpret_cast<sockaddr*>(&Address), Length);
+    getsockname(Socket, reinterpret_cast<sockaddr*>(&Address), &Length);
+    close(Socket);
+    return ntohs(Address.sin_port);
+}
+} // namespace
+
+TEST(HttpRequest, HeadersGoOutInTheOrderFirstSetWithTheirNamesAsGiven)
+{
+    FRawServer Server(NoContent);
+    TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/order"), TEXT("POST"));
+    Request->SetHeader(TEXT("Zeta-First"), TEXT("1"));
+    Request->SetHeader(TEXT("content-TYPE"), TEXT("text/plain"));
+    Request->SetHeader(TEXT("X-Empty"), TEXT(""));
+    Request->SetHeader(TEXT("alpha"), TEXT("2"));
+    Request->SetHeader(TEXT("ZETA-FIRST"), TEXT("3"));
+    Request->SetContentAsString(TEXT("h\u00e9"));
+    ASSERT_TRUE(RunRequest(Request).bSucceeded);
+
+    const std::string Wire = Server.Received().at(0);
+    const size_t Zeta = Wire.find("\r\nZeta-First: 3\r\n");
+    const size_t Type = Wire.find("\r\ncontent-TYPE: text/plain\r\n");
+    const size_t Empty = Wire.find("\r\nX-Empty:\r\n");
+    const size_t Alpha = Wire.find("\r\nalpha: 2\r\n");
+    EXPECT_TRUE(Zeta < Type && Type < Empty && Empty < Alpha && Alpha != std::string::npos) << Wire;
+    EXPECT_EQ(Wire.find("Expect"), std::string::npos) << Wire;
+    EXPECT_NE(Wire.find("\r\nContent-Length: 3\r\n"), std::string::npos) << Wire;
+    EXPECT_TRUE(Wire.ends_with("\r\n\r\nh\xc3\xa9")) << Wire;
+}
+
+TEST(HttpRequest, LineBreaksInHeadersOrVerbAreRefusedAndNothingIsSent)
+{
+    FRawServer Server(NoContent);
+    const std::pair<const TCHAR*, const TCHAR*> Headers[] = {
+        {TEXT("X-A\r\nX-Injected"), TEXT("1")},
+        {TEXT("X-A"), TEXT("1\r\nX-Injected: 2")},
+        {TEXT("X-A"), TEXT("1\nX-Injected: 2")},
+        {TEXT("X-A"), TEXT("1\r")},
+    };
+    for (const auto& [Name, Value] : Headers)
+    {
+        TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/"));
+        Request->SetHeader(Name, Value);
+        EXPECT_FALSE(Request->ProcessRequest()) << FString(Value).ToUTF8();
+        EXPECT_EQ(Request->GetStatus(), EHttpRequestStatus::NotStarted);
+    }
+    EXPECT_FALSE(MakeRequest(Server.URL("/"), TEXT("GET / HTTP/1.1\r\nX-Injected: 1\r\n"))->ProcessRequest());
+
+    TSharedRef<IHttpRequest> Fine = MakeRequest(Server.URL("/fine"));
+    ASSERT_TRUE(RunRequest(Fine).bSucceeded);
+    EXPECT_FALSE(Fine->ProcessRequest()) << "a second start";
+    ASSERT_EQ(Server.Received().size(), 1u);
+    EXPECT_TRUE(Server.Received()[0].starts_with("GET /fine HTTP/1.1\r\n"));
+}
+
+TEST(HttpRequest, VerbsSendTheirBodiesAsHttpSays)
+{
+    FRawServer Server(NoContent);
+    const TArray<uint8> Body = {'a', 'b', 'c'};
+    struct FCase
+    {
+        const TCHAR* Verb;
+        bool bBody;
+        const char* Start;
+        const char* Length;
+    };
+    const FCase Cases[] = {
+        {TEXT("GET"), false, "GET /v HTTP/1.1\r\n", nullptr},
+        {TEXT("GET"), true, "GET /v HTTP/1.1\r\n", "Content-Length: 3"},
+        {TEXT("POST"), false, "POST /v HTTP/1.1\r\n", "Content-Length: 0"},
+        {TEXT("PUT"), true, "PUT /v HTTP/1.1\r\n", "Content-Length: 3"},
+        {TEXT("DELETE"), false, "DELETE /v HTTP/1.1\r\n", nullptr},
+    };
+    for (const FCase& Case : Cases)
+    {
+        TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/v"), Case.Verb);
+        if (Case.bBody)
+        {
+            Request->SetContent(Body);
+        }
+        ASSERT_TRUE(RunRequest(Request).bSucceeded);
+        const std::string Wire = Server.Received().back();
+        EXPECT_TRUE(Wire.starts_with(Case.Start)) << Wire;
+        EXPECT_EQ(Wire.find("Content-Length") != std::string::npos, Case.Length != nullptr) << Wire;
+        EXPECT_TRUE(!Case.Length || Wire.find(Case.Length) != std::string::npos) << Wire;
+        EXPECT_EQ(Wire.ends_with("\r\n\r\nabc"), Case.bBody) << Wire;
+    }
+}
+
+TEST(HttpResponse, ErrorStatusEmptyAndLargeAnswersCompleteWithTheirResponse)
+{
+    const std::string Large(100 << 20, 'x');
+    FTestServer Server;
+    Server->Get("/error",
+                [](const httplib::Request&, httplib::Response& Response)
+                {
+                    Response.status = 500;
+                    Response.set_header("X-Reason", "  out of cheese \t");
+                    Response.set_content("broken", "text/plain");
+                });
+    Server->Get("/empty",
+                [](const httplib::Request&, httplib::Response& Response) { Response.status = 200; });
+    Server->Get("/large", [&Large](const httplib::Request&, httplib::Response& Response)
+                { Response.set_content(Large, "application/octet-stream"); });
+    Server.Start();
+
+    const FCompletion Error = RunRequest(MakeRequest(Server.URL("/error")));
+    ASSERT_TRUE(Error.bSucceeded && Error.Response);
+    EXPECT_EQ(Error.Response->GetResponseCode(), 500);
+    EXPECT_EQ(Error.Response->GetContentAsString().ToUTF8(), "broken");
+    EXPECT_EQ(Error.Response->GetHeader(TEXT("x-reason")).ToUTF8(), "out of cheese");
+
+    const FCompletion Empty = RunRequest(MakeRequest(Server.URL("/empty")));
+    ASSERT_TRUE(Empty.bSucceeded && Empty.Response);
+    EXPECT_EQ(Empty.Response->GetResponseCode(), 200);
+    EXPECT_EQ(Empty.Response->GetContent().Num(), 0);
+
+    TSharedRef<IHttpRequest> LargeRequest = MakeRequest(Server.URL("/large"));
+    int32 LastReceived = 0;
+    LargeRequest->OnRequestProgress().BindLambda([&LastReceived](FHttpRequestPtr, int32, int32 Received)
+                                                 { LastReceived = Received; });
+    const FCompletion LargeAnswer = RunRequest(LargeRequest, 60.0);
+    ASSERT_TRUE(LargeAnswer.bSucceeded && LargeAnswer.Response);
+    EXPECT_EQ(LargeAnswer.Response->GetContent().Num(), static_cast<int32>(Large.size()));
+    EXPECT_EQ(LastReceived, static_cast<int32>(Large.size()));
+}
+
+TEST(HttpRequest, RequestsThatGetNoAnswerFailWithoutResponse)
+{
+    FRawServer CutOff("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly a part");
+    std::mutex Mutex;
+    std::condition_variable Released;
+    bool bReleased = false;
+    FTestServer Slow;
+    Slow->Get("/slow",
+              [&](const httplib::Request&, httplib::Response& Response)
+              {
+                  std::unique_lock<std::mutex> Lock(Mutex);
+                  Released.wait_for(Lock, std::chrono::seconds(10), [&] { return bReleased; });
+                  Response.set_content("late", "text/plain");
+              });
+    Slow.Start();
+
+    TSharedRef<IHttpRequest> TimedOut = MakeRequest(Slow.URL("/slow"));
+    TimedOut->SetTimeout(0.2f);
+    const FString Refused = FString::FromUTF8("http://127.0.0.1:" + std::to_string(ClosedPort()) + "/");
+    const TSharedRef<IHttpRequest> Requests[] = {
+        MakeRequest(Refused),
+        MakeRequest(CutOff.URL("/")),
+        TimedOut,
+        MakeRequest(TEXT("ftp://127.0.0.1/file")),
+        MakeRequest(TEXT("127.0.0.1/no-scheme")),
+        MakeRequest(TEXT("")),
+    };
+    for (const TSharedRef<IHttpRequest>& Request : Requests)
+    {
+        bool bCompletedInside = false;
+        Request->OnProcessRequestComplete().BindLambda(
+            [&bCompletedInside](FHttpRequestPtr, FHttpResponsePtr, bool) { bCompletedInside = true; });
+        ASSERT_TRUE(Request->ProcessRequest()) << Request->GetURL().ToUTF8();
+        EXPECT_FALSE(bCompletedInside) << "completion must wait for a tick";
+        const FCompletion Result = AwaitCompletion(Request);
+        EXPECT_TRUE(Result.bCompleted && !Result.bSucceeded && !Result.Response)
+            << Request->GetURL().ToUTF8();
+        EXPECT_EQ(Request->GetStatus(), EHttpRequestStatus::Failed);
+    }
+
+    // Without a time-out of its own, the module-wide one at the start holds.
+    const double ModuleTimeout = FHttpModule::Get().GetHttpTimeout();
+    FHttpModule::Get().SetHttpTimeout(0.2);
+    TSharedRef<IHttpRequest> ModuleTimedOut = MakeRequest(Slow.URL("/slow"));
+    ASSERT_TRUE(ModuleTimedOut->ProcessRequest());
+    FHttpModule::Get().SetHttpTimeout(ModuleTimeout);
+    EXPECT_FALSE(AwaitCompletion(ModuleTimedOut).bSucceeded);
+    {
+        std::lock_guard<std::mutex> Lock(Mutex);
+        bReleased = true;
+    }
+    Released.notify_all();
+}

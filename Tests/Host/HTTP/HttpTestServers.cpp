@@ -1,0 +1,137 @@
+#include "HttpTestServers.h"
+
+#include "HAL/PlatformTime.h"
+#include "HttpModule.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <chrono>
+
+FTestServer::FTestServer(std::unique_ptr<httplib::Server> InServer) : Server(std::move(InServer)) {}
+
+FTestServer::~FTestServer()
+{
+    Server->stop();
+    if (Thread.joinable())
+    {
+        Thread.join();
+    }
+}
+
+void FTestServer::Start()
+{
+    Port = Server->bind_to_any_port("127.0.0.1");
+    Thread = std::thread([this] { Server->listen_after_bind(); });
+    while (!Server->is_running())
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+FString FTestServer::URL(const char* Path, const char* Scheme) const
+{
+    return FString::FromUTF8(std::string(Scheme) + "://127.0.0.1:" + std::to_string(Port) + Path);
+}
+
+FRawServer::FRawServer(std::string InReply) : Reply(std::move(InReply))
+{
+    Listener = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in Address{};
+    Address.sin_family = AF_INET;
+    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t Length = sizeof(Address);
+    bind(Listener, reinterpret_cast<sockaddr*>(&Address), Length);
+    listen(Listener, 8);
+    getsockname(Listener, reinterpret_cast<sockaddr*>(&Address), &Length);
+    Port = ntohs(Address.sin_port);
+    Thread = std::thread([this] { Serve(); });
+}
+
+FRawServer::~FRawServer()
+{
+    bStopping = true;
+    shutdown(Listener, SHUT_RDWR);
+    Thread.join();
+    close(Listener);
+}
+
+FString FRawServer::URL(const char* Path) const
+{
+    return FString::FromUTF8("http://127.0.0.1:" + std::to_string(Port) + Path);
+}
+
+std::vector<std::string> FRawServer::Received()
+{
+    std::lock_guard<std::mutex> Lock(Mutex);
+    return Requests;
+}
+
+void FRawServer::Serve()
+{
+    while (!bStopping)
+    {
+        const int Connection = accept(Listener, nullptr, nullptr);
+        if (Connection < 0)
+        {
+            return;
+        }
+        std::string Bytes;
+        char Buffer[4096];
+        size_t Wanted = std::string::npos;
+        while (Bytes.size() < Wanted)
+        {
+            const ssize_t Count = recv(Connection, Buffer, sizeof(Buffer), 0);
+            if (Count <= 0)
+            {
+                break;
+            }
+            Bytes.append(Buffer, static_cast<size_t>(Count));
+            const size_t HeadEnd = Bytes.find("\r\n\r\n");
+            const size_t LengthAt = Bytes.find("Content-Length: ");
+            if (HeadEnd != std::string::npos && Wanted == std::string::npos)
+            {
+                Wanted = HeadEnd + 4 + (LengthAt < HeadEnd ? std::stoul(Bytes.substr(LengthAt + 16)) : 0);
+            }
+        }
+        {
+            std::lock_guard<std::mutex> Lock(Mutex);
+            Requests.push_back(Bytes);
+        }
+        send(Connection, Reply.data(), Reply.size(), MSG_NOSIGNAL);
+        close(Connection);
+    }
+}
+
+bool TickUntil(const std::function<bool()>& Done, double Seconds)
+{
+    const double End = FPlatformTime::Seconds() + Seconds;
+    while (!Done())
+    {
+        if (FPlatformTime::Seconds() > End)
+        {
+            return false;
+        }
+        FHttpModule::Get().GetHttpManager().Tick(0.0f);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
+FCompletion AwaitCompletion(const TSharedRef<IHttpRequest>& Request, double Seconds)
+{
+    auto Result = std::make_shared<FCompletion>();
+    Request->OnProcessRequestComplete().BindLambda(
+        [Result](FHttpRequestPtr, FHttpResponsePtr Response, bool bSucceeded) {
+            *Result = FCompletion{true, bSucceeded, Response};
+        });
+    TickUntil([&Result] { return Result->bCompleted; }, Seconds);
+    return *Result;
+}
+
+FCompletion RunRequest(const TSharedRef<IHttpRequest>& Request, double Seconds)
+{
+    return Request->ProcessRequest() ? AwaitCompletion(Request, Seconds) : FCompletion{};
+}
