@@ -3,6 +3,8 @@
 #include "CoreMinimal.h"
 #include "Interfaces/IHttpResponse.h"
 
+#include <algorithm>
+
 // What the server sent. Filled on the worker thread while the exchange runs and
 // read only on the ticking thread once the request has completed.
 class FCurlHttpResponse : public IHttpResponse
@@ -18,6 +20,10 @@ public:
     TArray<FString> GetAllHeaders() const override;
 
     void SetResponseCode(int32 Code) { ResponseCode = Code; }
+    void ReserveContent(int64 Bytes)
+    {
+        Content.Reserve(static_cast<int32>(std::clamp<int64>(Bytes, 0, INT32_MAX)));
+    }
     // False once the body would outgrow what the byte array can index.
     bool AppendContent(const char* Data, SIZE_T Count);
     void AddHeader(const FString& Name, const FString& Value);

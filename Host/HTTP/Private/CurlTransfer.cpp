@@ -10,6 +10,8 @@ namespace
 constexpr long StallSeconds = 180;
 // Caps an overall limit at 24 days, well inside libcurl's long milliseconds.
 constexpr double MaxTimeoutMs = 2.0e9;
+// A server's announced length is believed only this far before bytes arrive.
+constexpr curl_off_t MaxReservedBytes = 256 << 20;
 
 int32 SaturateToInt32(curl_off_t Value)
 {
@@ -197,9 +199,17 @@ void FCurlTransfer::OnHeaderLine(std::string_view Line)
 
 size_t FCurlTransfer::OnWrite(char* Data, size_t Size, size_t Count, void* Self)
 {
+    FCurlTransfer* Transfer = static_cast<FCurlTransfer*>(Self);
+    if (Transfer->Response->GetContent().IsEmpty())
+    {
+        // Growing a large body step by step costs more in copies than the answer.
+        curl_off_t Announced = -1;
+        curl_easy_getinfo(Transfer->Easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &Announced);
+        Transfer->Response->ReserveContent(std::min<curl_off_t>(Announced, MaxReservedBytes));
+    }
     const size_t Bytes = Size * Count;
     // Returning less than was given makes libcurl fail the transfer.
-    return static_cast<FCurlTransfer*>(Self)->Response->AppendContent(Data, Bytes) ? Bytes : 0;
+    return Transfer->Response->AppendContent(Data, Bytes) ? Bytes : 0;
 }
 
 size_t FCurlTransfer::OnHeader(char* Data, size_t Size, size_t Count, void* Self)

@@ -10,7 +10,11 @@
 
 #include <chrono>
 
-FTestServer::FTestServer(std::unique_ptr<httplib::Server> InServer) : Server(std::move(InServer)) {}
+FTestServer::FTestServer(std::unique_ptr<httplib::Server> InServer) : Server(std::move(InServer))
+{
+    // A kept-alive connection would hold stop() up for the keep-alive time-out.
+    Server->set_keep_alive_max_count(1);
+}
 
 FTestServer::~FTestServer()
 {
