@@ -1,11 +1,12 @@
 # The two commands a new user runs: `make demo` and `make check`.
 BUILD      ?= build
 SAN_BUILD  ?= build-sanitize
+THREAD_BUILD ?= build-thread
 BENCH_BUILD ?= build-release
 JOBS       ?= $(shell nproc)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
 
-.PHONY: all deps build demo test check check-sanitize bench install format clean
+.PHONY: all deps build demo test check check-sanitize check-thread bench install format clean
 
 all: build
 
@@ -23,14 +24,25 @@ test: build
 	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure
 
 # Every test twice: a plain build, then clang with AddressSanitizer and
-# UndefinedBehaviorSanitizer, which also runs each fuzzer for a few seconds.
-check: test check-sanitize
+# UndefinedBehaviorSanitizer, which also runs each fuzzer for a few seconds; the
+# HTTP and transport tests a third time under ThreadSanitizer.
+check: test check-sanitize check-thread
 
 check-sanitize: deps
 	@CXX=clang++ cmake -S . -B $(SAN_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Debug \
 		-DCADREL_SANITIZE=address,undefined -DCADREL_BUILD_FUZZERS=ON -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
 	@cmake --build $(SAN_BUILD) -j $(JOBS)
 	@ctest --test-dir $(SAN_BUILD) -j $(JOBS) --output-on-failure
+
+# Only the programs whose code crosses threads: the HTTP module's worker and the
+# transport on top of it. The transport's tests join once they exist.
+check-thread: deps
+	@CXX=clang++ cmake -S . -B $(THREAD_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+		-DCADREL_SANITIZE=thread -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
+	@cmake --build $(THREAD_BUILD) -j $(JOBS) --target $$(cmake --build $(THREAD_BUILD) --target help \
+		| grep -owE 'OrvaneHttpTests|OrvaneHttpConfigTests|CadrelTransportTests' | sort -u)
+	@TSAN_OPTIONS="suppressions=$(CURDIR)/Tests/tsan.supp $$TSAN_OPTIONS" \
+		ctest --test-dir $(THREAD_BUILD) -R '^(Http|Transport)' -j $(JOBS) --output-on-failure
 
 bench: deps
 	@cmake -S . -B $(BENCH_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Release -DCADREL_BUILD_TESTS=OFF >/dev/null
@@ -44,4 +56,4 @@ format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:
-	@rm -rf $(BUILD) $(SAN_BUILD) $(BENCH_BUILD)
+	@rm -rf $(BUILD) $(SAN_BUILD) $(THREAD_BUILD) $(BENCH_BUILD)
