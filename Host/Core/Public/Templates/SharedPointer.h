@@ -134,7 +134,7 @@ public:
 
 protected:
     TSharedFromThis() = default;
-    TSharedFromThis(const TSharedFromThis&) {}
+    TSharedFromThis(const TSharedFromThis&) : std::enable_shared_from_this<ObjectType>() {}
     TSharedFromThis& operator=(const TSharedFromThis&) { return *this; }
 };
 
