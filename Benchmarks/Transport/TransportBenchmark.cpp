@@ -1,0 +1,265 @@
+// The module's transport next to baselines measured in the same run, each pair
+// timed in turn within one iteration so that a busy machine slows both alike:
+// - a lipsync request with 1 MB of audio through the dispatcher, ticked as fast as
+//   the caller can, against a bare libcurl easy POST of the same body;
+// - building the multipart body for 10 MB of audio, against a memcpy of the audio;
+// - 64 concurrent requests on one dispatcher, against 64 on a bare libcurl multi.
+#include "CadrelBlendShape.h"
+#include "CadrelBlendShapeBody.h"
+#include "CadrelJson.h"
+#include "HttpModule.h"
+#include "Misc/ConfigCacheIni.h"
+
+#include <benchmark/benchmark.h>
+#include <curl/curl.h>
+#include <httplib.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace
+{
+using FClock = std::chrono::steady_clock;
+
+// A loopback server that answers every POST with a small lipsync answer.
+class FLoopbackServer
+{
+public:
+    FLoopbackServer()
+    {
+        Server.Post(".*", [](const httplib::Request&, httplib::Response& Response)
+                    { Response.set_content(R"({"version":"1","fps":60,"frames":[]})", "application/json"); });
+        // A kept-alive connection holds a worker, and 64 run at once.
+        Server.new_task_queue = [] { return new httplib::ThreadPool(64); };
+        Port = Server.bind_to_any_port("127.0.0.1");
+        Thread = std::thread([this] { Server.listen_after_bind(); });
+        const FString Base = FString::Printf(TEXT("http://127.0.0.1:%d"), Port);
+        GConfig->SetString(TEXT("Cadrel"), TEXT("CloudBaseURL"), Base, GEngineIni);
+        URL = Base.ToUTF8() + "/dh/api/v2/zel";
+    }
+    ~FLoopbackServer()
+    {
+        Server.stop();
+        Thread.join();
+    }
+    std::string URL;
+
+private:
+    httplib::Server Server;
+    std::thread Thread;
+    int Port = 0;
+};
+
+FLoopbackServer& Loopback()
+{
+    static FLoopbackServer Instance;
+    return Instance;
+}
+
+TArray<uint8> Audio(int32 Bytes)
+{
+    TArray<uint8> Data;
+    Data.SetNum(Bytes);
+    for (int32 Index = 0; Index < Bytes; ++Index)
+    {
+        Data[Index] = static_cast<uint8>(Index * 31);
+    }
+    return Data;
+}
+
+size_t Discard(char*, size_t Size, size_t Count, void*)
+{
+    return Size * Count;
+}
+
+// The same request as the dispatcher's, through a bare easy handle.
+CURL* MakeEasy(const std::string& URL, const std::string& Body, curl_slist* Headers)
+{
+    CURL* Easy = curl_easy_init();
+    curl_easy_setopt(Easy, CURLOPT_URL, URL.c_str());
+    curl_easy_setopt(Easy, CURLOPT_POSTFIELDS, Body.data());
+    curl_easy_setopt(Easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(Body.size()));
+    curl_easy_setopt(Easy, CURLOPT_HTTPHEADER, Headers);
+    curl_easy_setopt(Easy, CURLOPT_WRITEFUNCTION, Discard);
+    return Easy;
+}
+
+struct FBareRequest
+{
+    explicit FBareRequest(int32 AudioBytes)
+    {
+        FString Json;
+        CadrelJson::ZELRequestToString(FCadrelZELRequest(), Json);
+        const TArray<uint8> Bytes = MakeZELRequestBody(Json, Audio(AudioBytes));
+        Body.assign(reinterpret_cast<const char*>(Bytes.GetData()), static_cast<size_t>(Bytes.Num()));
+        Headers = curl_slist_append(Headers, "Content-Type: multipart/form-data; boundary=ZELBoundary");
+        Headers = curl_slist_append(Headers, "Expect:");
+    }
+    ~FBareRequest() { curl_slist_free_all(Headers); }
+    std::string Body;
+    curl_slist* Headers = nullptr;
+};
+
+// Sends Count requests at once on one dispatcher and ticks until all have answered.
+void DispatchAndWait(FCadrelBlendShape& Dispatcher, const TArray<uint8>& Data, int32 Count, int32& Answered)
+{
+    Answered = 0;
+    FCadrelZELRequest Request;
+    for (int32 Index = 0; Index < Count; ++Index)
+    {
+        Dispatcher.ZELRequest(Request, FCadrelZELRequestParam(), Data);
+    }
+    while (Answered < Count)
+    {
+        FHttpModule::Get().GetHttpManager().Tick(0.0f);
+    }
+}
+
+double Seconds(FClock::time_point Start)
+{
+    return std::chrono::duration<double>(FClock::now() - Start).count();
+}
+
+void BM_LipsyncRequest1MB(benchmark::State& State)
+{
+    const std::string& URL = Loopback().URL;
+    const TArray<uint8> Data = Audio(1 << 20);
+    const FBareRequest Bare(1 << 20);
+    CURL* Easy = MakeEasy(URL, Bare.Body, Bare.Headers);
+    const TSharedRef<FCadrelBlendShape> Dispatcher = MakeShared<FCadrelBlendShape>();
+    int32 Answered = 0;
+    Dispatcher->OnZELRequestComplete.BindLambda([&](FHttpRequestPtr, FHttpResponsePtr, bool) { ++Answered; });
+    double Curl = 0.0;
+    double Ours = 0.0;
+    for (auto _ : State)
+    {
+        auto Start = FClock::now();
+        curl_easy_perform(Easy);
+        Curl += Seconds(Start);
+        Start = FClock::now();
+        DispatchAndWait(*Dispatcher, Data, 1, Answered);
+        Ours += Seconds(Start);
+    }
+    curl_easy_cleanup(Easy);
+    State.counters["vs_curl"] = Ours / Curl;
+}
+BENCHMARK(BM_LipsyncRequest1MB)->Unit(benchmark::kMillisecond)->Repetitions(5)->DisplayAggregatesOnly(true);
+
+void BM_MultipartBody10MB(benchmark::State& State)
+{
+    const TArray<uint8> Data = Audio(10 << 20);
+    FString Json;
+    CadrelJson::ZELRequestToString(FCadrelZELRequest(), Json);
+    std::vector<uint8> Copy(static_cast<size_t>(Data.Num()));
+    double Memcpy = 0.0;
+    double Ours = 0.0;
+    for (auto _ : State)
+    {
+        auto Start = FClock::now();
+        std::memcpy(Copy.data(), Data.GetData(), Copy.size());
+        benchmark::ClobberMemory();
+        Memcpy += Seconds(Start);
+        Start = FClock::now();
+        benchmark::DoNotOptimize(MakeZELRequestBody(Json, Data));
+        Ours += Seconds(Start);
+    }
+    State.counters["vs_memcpy"] = Ours / Memcpy;
+}
+BENCHMARK(BM_MultipartBody10MB)->Unit(benchmark::kMillisecond)->Repetitions(5)->DisplayAggregatesOnly(true);
+
+void BM_Concurrent64(benchmark::State& State)
+{
+    const std::string& URL = Loopback().URL;
+    const TArray<uint8> Data = Audio(64 << 10);
+    const FBareRequest Bare(64 << 10);
+    CURLM* Multi = curl_multi_init();
+    const TSharedRef<FCadrelBlendShape> Dispatcher = MakeShared<FCadrelBlendShape>();
+    int32 Answered = 0;
+    Dispatcher->OnZELRequestComplete.BindLambda([&](FHttpRequestPtr, FHttpResponsePtr, bool) { ++Answered; });
+    double Curl = 0.0;
+    double Ours = 0.0;
+    for (auto _ : State)
+    {
+        auto Start = FClock::now();
+        std::vector<CURL*> Easies;
+        for (int Index = 0; Index < 64; ++Index)
+        {
+            Easies.push_back(MakeEasy(URL, Bare.Body, Bare.Headers));
+            curl_multi_add_handle(Multi, Easies.back());
+        }
+        for (int Running = 1; Running > 0;)
+        {
+            curl_multi_perform(Multi, &Running);
+            curl_multi_poll(Multi, nullptr, 0, 100, nullptr);
+        }
+        for (CURL* Easy : Easies)
+        {
+            curl_multi_remove_handle(Multi, Easy);
+            curl_easy_cleanup(Easy);
+        }
+        Curl += Seconds(Start);
+        Start = FClock::now();
+        DispatchAndWait(*Dispatcher, Data, 64, Answered);
+        Ours += Seconds(Start);
+    }
+    curl_multi_cleanup(Multi);
+    State.counters["requests_per_s"] = benchmark::Counter(64.0 * State.iterations() / Ours);
+    State.counters["vs_curl_multi"] = Ours / Curl;
+}
+BENCHMARK(BM_Concurrent64)->Unit(benchmark::kMillisecond)->Repetitions(5)->DisplayAggregatesOnly(true);
+
+// Prints the median ratios at the end, each with its target.
+class FRatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& Runs) override
+    {
+        for (const Run& Each : Runs)
+        {
+            if (Each.run_type == Run::RT_Aggregate && Each.aggregate_name == "median")
+            {
+                for (const auto& [Name, Counter] : Each.counters)
+                {
+                    Medians[Each.run_name.function_name + " " + Name] = Counter.value;
+                }
+            }
+        }
+        ConsoleReporter::ReportRuns(Runs);
+    }
+    void Print() const
+    {
+        const std::map<std::string, double> Targets = {{"BM_LipsyncRequest1MB vs_curl", 1.15},
+                                                       {"BM_MultipartBody10MB vs_memcpy", 2.0}};
+        std::printf("\nTime as a multiple of the same-run baseline (median; lower is better):\n");
+        for (const auto& [Name, Value] : Medians)
+        {
+            const auto Target = Targets.find(Name);
+            std::printf("%-40s %8.2f", Name.c_str(), Value);
+            if (Target != Targets.end())
+            {
+                std::printf("  (target %.2f: %s)", Target->second,
+                            Value <= Target->second ? "met" : "MISSED");
+            }
+            std::printf("\n");
+        }
+    }
+
+private:
+    std::map<std::string, double> Medians;
+};
+} // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    FRatioReporter Reporter;
+    benchmark::RunSpecifiedBenchmarks(&Reporter);
+    Reporter.Print();
+    benchmark::Shutdown();
+    return 0;
+}

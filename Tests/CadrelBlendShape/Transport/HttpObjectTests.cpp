@@ -1,0 +1,86 @@
+#include "CadrelHTTP.h"
+#include "HttpModule.h"
+#include "TransportTestServers.h"
+
+#include <gtest/gtest.h>
+
+using namespace CadrelHTTP;
+
+namespace
+{
+struct FEvents
+{
+    int32 Completions = 0;
+    int32 Progress = 0;
+    int32 Headers = 0;
+
+    FHTTPDelegate MakeDelegate()
+    {
+        FHTTPDelegate Delegate;
+        Delegate.CompleteDelegate.BindLambda([this](FHttpRequestPtr, FHttpResponsePtr, bool)
+                                             { ++Completions; });
+        Delegate.ProgressDelegate.BindLambda([this](FHttpRequestPtr, int32, int32) { ++Progress; });
+        Delegate.HeaderReceivedDelegate.BindLambda([this](FHttpRequestPtr, const FString&, const FString&)
+                                                   { ++Headers; });
+        return Delegate;
+    }
+};
+
+std::string RequestLine(const FRawRequest& Request)
+{
+    return Request.first.substr(0, Request.first.find("\r\n"));
+}
+} // namespace
+
+TEST(TransportHttpObject, SendsVerbsBodiesAndHeadersAsGiven)
+{
+    FRawCaptureServer Server("{}");
+    const FString URL = Server.BaseURL() + TEXT("/x");
+    FEvents Events;
+    const TSharedPtr<FHTTP> Http = FHTTP::CreateHTTPObject(Events.MakeDelegate());
+    TMap<FString, FString> Headers;
+    Headers.Add(TEXT("X-One"), TEXT("1"));
+    Headers.Add(TEXT("x-one"), TEXT("2"));
+    TArray<uint8> Bytes;
+    Bytes.Append(reinterpret_cast<const uint8*>("bytes"), 5);
+
+    EXPECT_TRUE(Http->Request(URL, TEXT("text"), Headers, EHTTPVerbType::PUT));
+    EXPECT_TRUE(Http->Request(URL, Bytes, Headers, EHTTPVerbType::DELETE));
+    EXPECT_TRUE(Http->Request(URL, TEXT(""), TMap<FString, FString>(), EHTTPVerbType::GET));
+    EXPECT_TRUE(Http->Request(URL, Bytes, Headers, static_cast<EHTTPVerbType>(4)));
+    const std::vector<FRawRequest> Arrived = Server.WaitForRequests(4);
+    ASSERT_EQ(Arrived.size(), 4u);
+    ASSERT_TRUE(TickUntil([&] { return Events.Completions == 4; }));
+
+    std::multiset<std::string> Lines;
+    for (const FRawRequest& Each : Arrived)
+    {
+        Lines.insert(RequestLine(Each) + " " + Each.second);
+        // Names that differ only in case are one map key: one header, the later value.
+        const bool bHasHeader = Each.first.find("X-One: 2\r\n") != std::string::npos;
+        EXPECT_EQ(bHasHeader, RequestLine(Each).rfind("GET", 0) != 0) << Each.first;
+        EXPECT_EQ(Each.first.find("X-One: 1"), std::string::npos);
+    }
+    EXPECT_EQ(Lines, (std::multiset<std::string>{"PUT /x HTTP/1.1 text", "DELETE /x HTTP/1.1 bytes",
+                                                 "GET /x HTTP/1.1 ", "POST /x HTTP/1.1 bytes"}));
+    EXPECT_GE(Events.Headers, 4 * 3);
+    EXPECT_GE(Events.Progress, 1);
+}
+
+TEST(TransportHttpObject, DropsCallbacksOnceItsOwnerLetsGoAndSkipsUnboundOnes)
+{
+    FLipsyncTestServer Server;
+    Server.SetAnswer(
+        [](const httplib::Request&, httplib::Response& Response)
+        { std::this_thread::sleep_for(std::chrono::milliseconds(50)), Response.set_content("{}", ""); });
+    FEvents Events;
+    TSharedPtr<FHTTP> Http = FHTTP::CreateHTTPObject(Events.MakeDelegate());
+    ASSERT_TRUE(Http->Request(Server.BaseURL(), TEXT("a"), TMap<FString, FString>(), EHTTPVerbType::POST));
+    Http.Reset();
+
+    const TSharedPtr<FHTTP> Unbound = FHTTP::CreateHTTPObject(FHTTPDelegate());
+    ASSERT_TRUE(Unbound->Request(Server.BaseURL(), TEXT("b"), TMap<FString, FString>(), EHTTPVerbType::POST));
+    FHttpModule::Get().GetHttpManager().Flush(EHttpFlushReason::FullFlush);
+    EXPECT_EQ(Server.Received().size(), 2u);
+    EXPECT_EQ(Events.Completions + Events.Progress + Events.Headers, 0);
+}
