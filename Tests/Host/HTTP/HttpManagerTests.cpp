@@ -4,42 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
-
 namespace
 {
-// A handler that holds its answer back until the test lets it go.
-class FGate
-{
-public:
-    ~FGate() { Open(); }
-    void Open()
-    {
-        {
-            std::lock_guard<std::mutex> Lock(Mutex);
-            bOpen = true;
-        }
-        Opened.notify_all();
-    }
-    void Wait()
-    {
-        std::unique_lock<std::mutex> Lock(Mutex);
-        Opened.wait_for(Lock, std::chrono::seconds(10), [this] { return bOpen; });
-    }
-
-private:
-    std::mutex Mutex;
-    std::condition_variable Opened;
-    bool bOpen = false;
-};
-
-TSharedRef<IHttpRequest> MakeGet(const FString& URL)
-{
-    TSharedRef<IHttpRequest> Request = FHttpModule::Get().CreateRequest();
-    Request->SetURL(URL);
-    return Request;
-}
-
 class HttpManager : public ::testing::Test
 {
 protected:
@@ -71,7 +37,7 @@ protected:
 
 TEST_F(HttpManager, CallbacksComeOnlyFromTickOnTheTickingThreadWithCompletionLast)
 {
-    TSharedRef<IHttpRequest> Request = MakeGet(Server.URL("/answer"));
+    TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/answer"));
     std::vector<std::string> Calls;
     std::vector<std::thread::id> Threads;
     Request->OnRequestProgress().BindLambda([&](FHttpRequestPtr, int32, int32 Received)
@@ -111,19 +77,15 @@ TEST_F(HttpManager, CallbacksComeOnlyFromTickOnTheTickingThreadWithCompletionLas
 
 TEST_F(HttpManager, CancelledRequestCompletesAtTheNextTickWithoutResponse)
 {
-    TSharedRef<IHttpRequest> Request = MakeGet(Server.URL("/held"));
+    TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/held"));
     Request->CancelRequest();
-    EXPECT_EQ(Request->GetStatus(), EHttpRequestStatus::NotStarted);
-    FCompletion Result;
-    Request->OnProcessRequestComplete().BindLambda(
-        [&Result](FHttpRequestPtr, FHttpResponsePtr Response, bool bOk) {
-            Result = FCompletion{true, bOk, Response};
-        });
+    EXPECT_EQ(Request->GetStatus(), EHttpRequestStatus::NotStarted) << "nothing to cancel yet";
+    const std::shared_ptr<FCompletion> Result = BindCompletion(Request);
     ASSERT_TRUE(Request->ProcessRequest());
     Request->CancelRequest();
-    EXPECT_FALSE(Result.bCompleted);
+    EXPECT_FALSE(Result->bCompleted);
     Manager.Tick(0.0f);
-    EXPECT_TRUE(Result.bCompleted && !Result.bSucceeded && !Result.Response);
+    EXPECT_TRUE(Result->bCompleted && !Result->bSucceeded && !Result->Response);
     EXPECT_EQ(Request->GetStatus(), EHttpRequestStatus::Failed);
 }
 
@@ -133,7 +95,7 @@ TEST_F(HttpManager, RequestKeepsRunningAfterItsOwnerIsGoneAndCallsNoOne)
     auto Calls = std::make_shared<int>(0);
     TWeakPtr<IHttpRequest> Weak;
     {
-        TSharedRef<IHttpRequest> Request = MakeGet(Server.URL("/held"));
+        TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/held"));
         Weak = Request;
         const TSharedPtr<int> Shared(Owner);
         Request->OnProcessRequestComplete().BindWeakLambda(
@@ -152,36 +114,20 @@ TEST_F(HttpManager, RequestKeepsRunningAfterItsOwnerIsGoneAndCallsNoOne)
 
 TEST_F(HttpManager, FlushEndsRequestsOrCancelsThemAtTheHardLimit)
 {
-    const FCompletion Quick = [&]
-    {
-        auto Result = std::make_shared<FCompletion>();
-        TSharedRef<IHttpRequest> Request = MakeGet(Server.URL("/answer"));
-        Request->OnProcessRequestComplete().BindLambda(
-            [Result](FHttpRequestPtr, FHttpResponsePtr Response, bool bOk) {
-                *Result = FCompletion{true, bOk, Response};
-            });
-        Request->ProcessRequest();
-        Manager.Flush(EHttpFlushReason::FullFlush);
-        return *Result;
-    }();
-    EXPECT_TRUE(Quick.bCompleted && Quick.bSucceeded);
+    TSharedRef<IHttpRequest> Quick = MakeRequest(Server.URL("/answer"));
+    const std::shared_ptr<FCompletion> QuickResult = BindCompletion(Quick);
+    ASSERT_TRUE(Quick->ProcessRequest());
+    Manager.Flush(EHttpFlushReason::FullFlush);
+    EXPECT_TRUE(QuickResult->bCompleted && QuickResult->bSucceeded);
 
     GConfig->SetDouble(TEXT("HTTP"), TEXT("FlushSoftTimeLimitDefault"), 0.1, GEngineIni);
     GConfig->SetDouble(TEXT("HTTP"), TEXT("FlushHardTimeLimitDefault"), 0.2, GEngineIni);
     Manager.UpdateConfigs();
-    TSharedRef<IHttpRequest> Held = MakeGet(Server.URL("/held"));
-    const FCompletion Result = [&]
-    {
-        auto Captured = std::make_shared<FCompletion>();
-        Held->OnProcessRequestComplete().BindLambda(
-            [Captured](FHttpRequestPtr, FHttpResponsePtr Response, bool bOk) {
-                *Captured = FCompletion{true, bOk, Response};
-            });
-        Held->ProcessRequest();
-        Manager.Flush(EHttpFlushReason::Shutdown);
-        return *Captured;
-    }();
-    EXPECT_TRUE(Result.bCompleted && !Result.bSucceeded && !Result.Response);
+    TSharedRef<IHttpRequest> Held = MakeRequest(Server.URL("/held"));
+    const std::shared_ptr<FCompletion> HeldResult = BindCompletion(Held);
+    ASSERT_TRUE(Held->ProcessRequest());
+    Manager.Flush(EHttpFlushReason::Shutdown);
+    EXPECT_TRUE(HeldResult->bCompleted && !HeldResult->bSucceeded && !HeldResult->Response);
     GConfig->SetDouble(TEXT("HTTP"), TEXT("FlushSoftTimeLimitDefault"), 2.0, GEngineIni);
     GConfig->SetDouble(TEXT("HTTP"), TEXT("FlushHardTimeLimitDefault"), 4.0, GEngineIni);
     Manager.UpdateConfigs();

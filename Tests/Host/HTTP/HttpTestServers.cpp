@@ -109,6 +109,29 @@ void FRawServer::Serve()
     }
 }
 
+void FGate::Open()
+{
+    {
+        std::lock_guard<std::mutex> Lock(Mutex);
+        bOpen = true;
+    }
+    Opened.notify_all();
+}
+
+void FGate::Wait()
+{
+    std::unique_lock<std::mutex> Lock(Mutex);
+    Opened.wait_for(Lock, std::chrono::seconds(10), [this] { return bOpen; });
+}
+
+TSharedRef<IHttpRequest> MakeRequest(const FString& URL, const TCHAR* Verb)
+{
+    TSharedRef<IHttpRequest> Request = FHttpModule::Get().CreateRequest();
+    Request->SetURL(URL);
+    Request->SetVerb(Verb);
+    return Request;
+}
+
 bool TickUntil(const std::function<bool()>& Done, double Seconds)
 {
     const double End = FPlatformTime::Seconds() + Seconds;
@@ -124,13 +147,19 @@ bool TickUntil(const std::function<bool()>& Done, double Seconds)
     return true;
 }
 
-FCompletion AwaitCompletion(const TSharedRef<IHttpRequest>& Request, double Seconds)
+std::shared_ptr<FCompletion> BindCompletion(const TSharedRef<IHttpRequest>& Request)
 {
     auto Result = std::make_shared<FCompletion>();
     Request->OnProcessRequestComplete().BindLambda(
         [Result](FHttpRequestPtr, FHttpResponsePtr Response, bool bSucceeded) {
             *Result = FCompletion{true, bSucceeded, Response};
         });
+    return Result;
+}
+
+FCompletion AwaitCompletion(const TSharedRef<IHttpRequest>& Request, double Seconds)
+{
+    const std::shared_ptr<FCompletion> Result = BindCompletion(Request);
     TickUntil([&Result] { return Result->bCompleted; }, Seconds);
     return *Result;
 }

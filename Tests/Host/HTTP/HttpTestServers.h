@@ -6,6 +6,7 @@
 #include <httplib.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -19,7 +20,6 @@ class FTestServer
 public:
     explicit FTestServer(std::unique_ptr<httplib::Server> InServer = std::make_unique<httplib::Server>());
     ~FTestServer();
-    httplib::Server& operator*() { return *Server; }
     httplib::Server* operator->() { return Server.get(); }
     // Starts listening; handlers must be set before.
     void Start();
@@ -53,6 +53,23 @@ private:
     std::thread Thread;
 };
 
+// Holds a handler's answer back until the test lets it go; open it before the
+// server stops, which waits for its handlers.
+class FGate
+{
+public:
+    void Open();
+    void Wait();
+
+private:
+    std::mutex Mutex;
+    std::condition_variable Opened;
+    bool bOpen = false;
+};
+
+// A request made by the module, not started.
+TSharedRef<IHttpRequest> MakeRequest(const FString& URL, const TCHAR* Verb = TEXT("GET"));
+
 // What a request's completion delivered.
 struct FCompletion
 {
@@ -61,6 +78,8 @@ struct FCompletion
     FHttpResponsePtr Response;
 };
 
+// Records the request's completion in the object returned.
+std::shared_ptr<FCompletion> BindCompletion(const TSharedRef<IHttpRequest>& Request);
 // Ticks on this thread until the started request completes or the time runs out.
 FCompletion AwaitCompletion(const TSharedRef<IHttpRequest>& Request, double Seconds = 20.0);
 // Starts the request, then awaits it.
