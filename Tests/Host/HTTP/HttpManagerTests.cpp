@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 namespace
 {
 class HttpManager : public ::testing::Test
@@ -131,4 +135,30 @@ TEST_F(HttpManager, FlushEndsRequestsOrCancelsThemAtTheHardLimit)
     GConfig->SetDouble(TEXT("HTTP"), TEXT("FlushSoftTimeLimitDefault"), 2.0, GEngineIni);
     GConfig->SetDouble(TEXT("HTTP"), TEXT("FlushHardTimeLimitDefault"), 4.0, GEngineIni);
     Manager.UpdateConfigs();
+}
+
+TEST(HttpModule, ProcessExitsWhileARequestIsInFlight)
+{
+    // A fresh process for the child: a forked one would lack the worker thread.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    // Connections complete in the kernel's backlog but are never accepted or answered.
+    const int Listener = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in Address{};
+    Address.sin_family = AF_INET;
+    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t Length = sizeof(Address);
+    ASSERT_EQ(bind(Listener, reinterpret_cast<sockaddr*>(&Address), Length), 0);
+    listen(Listener, 4);
+    getsockname(Listener, reinterpret_cast<sockaddr*>(&Address), &Length);
+    const FString URL =
+        FString::FromUTF8("http://127.0.0.1:" + std::to_string(ntohs(Address.sin_port)) + "/");
+    EXPECT_EXIT(
+        {
+            TSharedRef<IHttpRequest> Request = MakeRequest(URL);
+            Request->ProcessRequest();
+            TickUntil([] { return false; }, 0.2);
+            std::exit(0);
+        },
+        ::testing::ExitedWithCode(0), "");
+    close(Listener);
 }
