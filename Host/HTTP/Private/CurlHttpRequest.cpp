@@ -107,6 +107,11 @@ void FCurlHttpRequest::SetContent(const TArray<uint8>& ContentPayload)
     Content = std::make_shared<const TArray<uint8>>(ContentPayload);
 }
 
+void FCurlHttpRequest::SetContent(TArray<uint8>&& ContentPayload)
+{
+    Content = std::make_shared<const TArray<uint8>>(std::move(ContentPayload));
+}
+
 void FCurlHttpRequest::SetContentAsString(const FString& ContentString)
 {
     const std::string Utf8 = ContentString.ToUTF8();

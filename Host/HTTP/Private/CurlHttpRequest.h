@@ -26,6 +26,7 @@ public:
     void SetVerb(const FString& InVerb) override { Verb = InVerb; }
     void SetHeader(const FString& HeaderName, const FString& HeaderValue) override;
     void SetContent(const TArray<uint8>& ContentPayload) override;
+    void SetContent(TArray<uint8>&& ContentPayload) override;
     void SetContentAsString(const FString& ContentString) override;
     void SetTimeout(float InTimeoutSecs) override { TimeoutSecs = InTimeoutSecs; }
 

@@ -91,10 +91,10 @@ bool FCadrelBlendShape::ZELRequest_Internal(const FString& URL, const FCadrelZEL
 
     FString Json;
     CadrelJson::ZELRequestToString(Request, Json);
-    const TArray<uint8> Body = MakeZELRequestBody(Json, AudioData);
+    TArray<uint8> Body = MakeZELRequestBody(Json, AudioData);
 
     RequestStartTime = FPlatformTime::Seconds();
-    return HTTPObject->Request(URL, Body, Headers, CadrelHTTP::EHTTPVerbType::POST);
+    return HTTPObject->Request(URL, std::move(Body), Headers, CadrelHTTP::EHTTPVerbType::POST);
 }
 
 void FCadrelBlendShape::OnRequestComplete(FHttpRequestPtr HttpRequest, FHttpResponsePtr HttpResponse,

@@ -42,12 +42,19 @@ struct CADRELBLENDSHAPE_API FHTTP : public TSharedFromThis<FHTTP>
                  EHTTPVerbType Verb);
     bool Request(const FString& URL, const TArray<uint8>& Bytes, const TMap<FString, FString>& Headers,
                  EHTTPVerbType Verb);
+    // Hands the bytes to the host without a copy; large bodies need not be paid twice.
+    bool Request(const FString& URL, TArray<uint8>&& Bytes, const TMap<FString, FString>& Headers,
+                 EHTTPVerbType Verb);
 
 private:
     // Bytes win over text when both are given; with neither, no body is set.
     bool Request(const FString& URL, const FString& ContentString, const TArray<uint8>& Bytes,
                  const TMap<FString, FString>& Headers, EHTTPVerbType Verb);
     static FString HTTPVerbToString(EHTTPVerbType Verb);
+    // A host request with everything but its body, and the start once it has one.
+    TSharedRef<IHttpRequest> MakeRequest(const FString& URL, const TMap<FString, FString>& Headers,
+                                         EHTTPVerbType Verb);
+    bool Send(const TSharedRef<IHttpRequest>& HttpRequest);
 
     void OnRequestComplete(FHttpRequestPtr HttpRequest, FHttpResponsePtr HttpResponse, bool bSucceeded);
     void OnRequestProgress(FHttpRequestPtr HttpRequest, int32 BytesSent, int32 BytesReceived);

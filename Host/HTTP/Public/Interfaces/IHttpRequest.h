@@ -44,6 +44,8 @@ public:
     // replaces its value in place.
     virtual void SetHeader(const FString& HeaderName, const FString& HeaderValue) = 0;
     virtual void SetContent(const TArray<uint8>& ContentPayload) = 0;
+    // Takes the bytes over without a copy.
+    virtual void SetContent(TArray<uint8>&& ContentPayload) = 0;
     // Sent as UTF-8.
     virtual void SetContentAsString(const FString& ContentString) = 0;
     // Seconds for the whole exchange; without it the module-wide time-out holds.

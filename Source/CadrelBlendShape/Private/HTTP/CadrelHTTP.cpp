@@ -29,8 +29,34 @@ bool FHTTP::Request(const FString& URL, const TArray<uint8>& Bytes, const TMap<F
     return Request(URL, FString(), Bytes, Headers, Verb);
 }
 
+bool FHTTP::Request(const FString& URL, TArray<uint8>&& Bytes, const TMap<FString, FString>& Headers,
+                    EHTTPVerbType Verb)
+{
+    const TSharedRef<IHttpRequest> HttpRequest = MakeRequest(URL, Headers, Verb);
+    if (!Bytes.IsEmpty())
+    {
+        HttpRequest->SetContent(std::move(Bytes));
+    }
+    return Send(HttpRequest);
+}
+
 bool FHTTP::Request(const FString& URL, const FString& ContentString, const TArray<uint8>& Bytes,
                     const TMap<FString, FString>& Headers, EHTTPVerbType Verb)
+{
+    const TSharedRef<IHttpRequest> HttpRequest = MakeRequest(URL, Headers, Verb);
+    if (!Bytes.IsEmpty())
+    {
+        HttpRequest->SetContent(Bytes);
+    }
+    else if (!ContentString.IsEmpty())
+    {
+        HttpRequest->SetContentAsString(ContentString);
+    }
+    return Send(HttpRequest);
+}
+
+TSharedRef<IHttpRequest> FHTTP::MakeRequest(const FString& URL, const TMap<FString, FString>& Headers,
+                                            EHTTPVerbType Verb)
 {
     const TSharedRef<IHttpRequest> HttpRequest = FHttpModule::Get().CreateRequest();
     HttpRequest->SetURL(URL);
@@ -40,14 +66,11 @@ bool FHTTP::Request(const FString& URL, const FString& ContentString, const TArr
         HttpRequest->SetHeader(Header.Key, Header.Value);
     }
     HttpRequest->SetVerb(HTTPVerbToString(Verb));
-    if (!Bytes.IsEmpty())
-    {
-        HttpRequest->SetContent(Bytes);
-    }
-    else if (!ContentString.IsEmpty())
-    {
-        HttpRequest->SetContentAsString(ContentString);
-    }
+    return HttpRequest;
+}
+
+bool FHTTP::Send(const TSharedRef<IHttpRequest>& HttpRequest)
+{
     HttpRequest->OnProcessRequestComplete().BindSP(this, &FHTTP::OnRequestComplete);
     HttpRequest->OnRequestProgress().BindSP(this, &FHTTP::OnRequestProgress);
     HttpRequest->OnHeaderReceived().BindSP(this, &FHTTP::OnRequestHeaderReceived);
