@@ -19,7 +19,7 @@ FString LocalURL(int Port)
 }
 } // namespace
 
-FLipsyncTestServer::FLipsyncTestServer()
+FLipsyncTestServer::FLipsyncTestServer(bool bInRecord) : bRecord(bInRecord)
 {
     Server.Post(".*",
                 [this](const httplib::Request& Request, httplib::Response& Response)
@@ -27,7 +27,10 @@ FLipsyncTestServer::FLipsyncTestServer()
                     FAnswer Current;
                     {
                         std::lock_guard Lock(Mutex);
-                        Requests.push_back({Request.path, Request.headers, Request.files});
+                        if (bRecord)
+                        {
+                            Requests.push_back({Request.path, Request.headers, Request.files});
+                        }
                         Current = Answer;
                     }
                     if (Current)
@@ -37,11 +40,18 @@ FLipsyncTestServer::FLipsyncTestServer()
                     }
                     Response.set_content(DefaultAnswer(Request.path), "application/json");
                 });
-    // A kept-alive connection holds a worker, and the tests keep up to 64 open.
-    Server.new_task_queue = [] { return new httplib::ThreadPool(64); };
+    // A kept-alive connection holds a worker, and up to 64 clients each open one
+    // per request in flight.
+    Server.new_task_queue = [] { return new httplib::ThreadPool(160); };
     // Stopping waits for idle kept-alive connections to time out.
     Server.set_keep_alive_timeout(1);
+    Server.set_tcp_nodelay(true);
+    int ListenSocket = -1;
+    Server.set_socket_options([&ListenSocket](socket_t Socket) { ListenSocket = Socket; });
     Port = Server.bind_to_any_port("127.0.0.1");
+    // cpp-httplib listens with a backlog of 5, which a burst of 64 new connections
+    // overflows: the kernel drops them and clients wait for a retransmit.
+    ::listen(ListenSocket, SOMAXCONN);
     Thread = std::thread([this] { Server.listen_after_bind(); });
 }
 

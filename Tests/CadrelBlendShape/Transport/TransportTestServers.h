@@ -32,7 +32,8 @@ class FLipsyncTestServer
 public:
     using FAnswer = std::function<void(const httplib::Request&, httplib::Response&)>;
 
-    FLipsyncTestServer();
+    // A server that does not record keeps no copy of what it receives.
+    explicit FLipsyncTestServer(bool bInRecord = true);
     ~FLipsyncTestServer();
 
     // "http://127.0.0.1:PORT", without a trailing slash.
@@ -55,6 +56,7 @@ private:
     httplib::Server Server;
     std::thread Thread;
     int Port = 0;
+    bool bRecord = true;
     mutable std::mutex Mutex;
     FAnswer Answer;
     std::vector<FReceivedRequest> Requests;
