@@ -1,0 +1,137 @@
+#include "FaceEngine.h"
+
+#include "BlendShape.h"
+#include "Resampler.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace LipsyncEngine
+{
+namespace
+{
+constexpr std::size_t HopSamples = AnalysisRate / 100;
+constexpr std::size_t WindowSamples = AnalysisRate / 40;
+
+// How far a frame looks back from its end: the resampler may still hold this much
+// of the newest audio, and a frame must not depend on how the audio was chunked.
+constexpr std::int64_t ResamplerAllowanceSamples = AnalysisRate / 50;
+
+float SanitizeSample(float Sample)
+{
+    return std::isfinite(Sample) ? std::clamp(Sample, -1.0f, 1.0f) : 0.0f;
+}
+} // namespace
+
+struct FFaceEngine::FState
+{
+    FAnimationOptions Options;
+    FResampler Resampler;
+
+    // Frames are counted per stretch of constant sample rate and frame rate, so the
+    // count is exact however the audio is chunked.
+    int SegmentRate = 0;
+    int SegmentFps = 0;
+    std::int64_t SegmentSamples = 0;
+    std::int64_t SegmentFirstFrame = 0;
+    double SegmentStartSeconds = 0.0;
+    std::int64_t FramesEmitted = 0;
+
+    // Resampled speech not yet analysed; Speech[0] is sample SpeechOffset of the stream.
+    std::vector<float> Speech;
+    std::int64_t SpeechOffset = 0;
+    std::int64_t AnalysedFrames = 0;
+    FFaceFrame Pose;
+
+    void StartSegment(int SampleRate)
+    {
+        SegmentStartSeconds += SegmentRate > 0 ? static_cast<double>(SegmentSamples) / SegmentRate : 0.0;
+        SegmentFirstFrame = FramesEmitted;
+        SegmentSamples = 0;
+        SegmentRate = SampleRate;
+        SegmentFps = Options.Fps;
+    }
+
+    std::int64_t FramesDue() const { return SegmentFirstFrame + SegmentSamples * SegmentFps / SegmentRate; }
+
+    void AnalyseUntil(std::int64_t EndSample)
+    {
+        for (;;)
+        {
+            const std::int64_t Start = AnalysedFrames * static_cast<std::int64_t>(HopSamples);
+            const std::int64_t End = Start + static_cast<std::int64_t>(WindowSamples);
+            if (End > EndSample || End > SpeechOffset + static_cast<std::int64_t>(Speech.size()))
+            {
+                break;
+            }
+            AnalyseWindow(std::span<const float>(Speech).subspan(Start - SpeechOffset, WindowSamples));
+            ++AnalysedFrames;
+        }
+        const std::int64_t Keep = AnalysedFrames * static_cast<std::int64_t>(HopSamples);
+        if (Keep > SpeechOffset)
+        {
+            Speech.erase(Speech.begin(), Speech.begin() + (Keep - SpeechOffset));
+            SpeechOffset = Keep;
+        }
+    }
+
+    void AnalyseWindow(std::span<const float> Window)
+    {
+        double Energy = 0.0;
+        for (float Sample : Window)
+        {
+            Energy += static_cast<double>(Sample) * Sample;
+        }
+        const double Db = 10.0 * std::log10(Energy / Window.size() + 1e-10);
+        const float Target = static_cast<float>(std::clamp((Db + 50.0) / 35.0, 0.0, 1.0));
+        float& Jaw = Pose.Weights[EBlendShape::JawOpen];
+        Jaw += (Target > Jaw ? 0.5f : 0.2f) * (Target - Jaw);
+    }
+};
+
+FFaceEngine::FFaceEngine(const FAnimationOptions& Options) : State(std::make_unique<FState>())
+{
+    SetOptions(Options);
+}
+
+FFaceEngine::~FFaceEngine() = default;
+
+void FFaceEngine::SetOptions(const FAnimationOptions& Options)
+{
+    State->Options = Options;
+    State->Options.Fps = std::clamp(Options.Fps, 1, 1000);
+}
+
+std::vector<FFaceFrame> FFaceEngine::Animate(std::span<const float> Samples, int SampleRate)
+{
+    std::vector<FFaceFrame> Frames;
+    if (SampleRate <= 0)
+    {
+        return Frames;
+    }
+    FState& S = *State;
+    if (SampleRate != S.SegmentRate || S.Options.Fps != S.SegmentFps)
+    {
+        S.StartSegment(SampleRate);
+    }
+    std::vector<float> Clean(Samples.size());
+    std::transform(Samples.begin(), Samples.end(), Clean.begin(), SanitizeSample);
+    S.Resampler.Process(Clean, SampleRate, S.Speech);
+    S.SegmentSamples += static_cast<std::int64_t>(Samples.size());
+
+    const std::int64_t Due = S.FramesDue();
+    Frames.reserve(static_cast<std::size_t>(std::max<std::int64_t>(0, Due - S.FramesEmitted)));
+    for (; S.FramesEmitted < Due; ++S.FramesEmitted)
+    {
+        const double EndSeconds =
+            S.SegmentStartSeconds +
+            static_cast<double>(S.FramesEmitted - S.SegmentFirstFrame + 1) / S.SegmentFps;
+        const auto EndSample = static_cast<std::int64_t>(std::floor(EndSeconds * AnalysisRate));
+        S.AnalyseUntil(EndSample - ResamplerAllowanceSamples);
+        Frames.push_back(S.Pose);
+    }
+    return Frames;
+}
+
+} // namespace LipsyncEngine
