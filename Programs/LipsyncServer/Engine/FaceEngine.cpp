@@ -1,7 +1,13 @@
 #include "FaceEngine.h"
 
 #include "BlendShape.h"
+#include "EmotionShapes.h"
+#include "IdleMotion.h"
+#include "MouthMapping.h"
 #include "Resampler.h"
+#include "SpeakerNormaliser.h"
+#include "SpeechFeatures.h"
+#include "VisemeClassifier.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,9 +17,6 @@ namespace LipsyncEngine
 {
 namespace
 {
-constexpr std::size_t HopSamples = AnalysisRate / 100;
-constexpr std::size_t WindowSamples = AnalysisRate / 40;
-
 // How far a frame looks back from its end: the resampler may still hold this much
 // of the newest audio, and a frame must not depend on how the audio was chunked.
 constexpr std::int64_t ResamplerAllowanceSamples = AnalysisRate / 50;
@@ -42,7 +45,14 @@ struct FFaceEngine::FState
     std::vector<float> Speech;
     std::int64_t SpeechOffset = 0;
     std::int64_t AnalysedFrames = 0;
-    FFaceFrame Pose;
+
+    FFeatureExtractor Extractor;
+    FSpeakerNormaliser Normaliser;
+    FMouthMapper Mouth;
+    FIdleMotion Idle;
+    FWeights MouthWeights{};
+    FWeights EmotionWeights{};
+    bool bEmotionSet = false;
 
     void StartSegment(int SampleRate)
     {
@@ -78,15 +88,28 @@ struct FFaceEngine::FState
 
     void AnalyseWindow(std::span<const float> Window)
     {
-        double Energy = 0.0;
-        for (float Sample : Window)
+        const FNormalisedFeatures Features = Normaliser.Normalise(Extractor.Extract(Window));
+        Mouth.Step(ClassifyViseme(Features), Features, MouthWeights);
+        Idle.Step(MouthWeights[EBlendShape::JawOpen]);
+        // A new emotion fades in over about half a second.
+        const FWeights Target = EmotionShapes(Options.Emotion);
+        const float Rate = bEmotionSet ? 0.05f : 1.0f;
+        for (std::size_t Shape = 0; Shape < NumBlendShapes; ++Shape)
         {
-            Energy += static_cast<double>(Sample) * Sample;
+            EmotionWeights[Shape] += Rate * (Target[Shape] - EmotionWeights[Shape]);
         }
-        const double Db = 10.0 * std::log10(Energy / Window.size() + 1e-10);
-        const float Target = static_cast<float>(std::clamp((Db + 50.0) / 35.0, 0.0, 1.0));
-        float& Jaw = Pose.Weights[EBlendShape::JawOpen];
-        Jaw += (Target > Jaw ? 0.5f : 0.2f) * (Target - Jaw);
+        bEmotionSet = true;
+    }
+
+    FFaceFrame Compose() const
+    {
+        FFaceFrame Frame;
+        for (std::size_t Shape = 0; Shape < NumBlendShapes; ++Shape)
+        {
+            Frame.Weights[Shape] = std::clamp(MouthWeights[Shape] + EmotionWeights[Shape], 0.0f, 1.0f);
+        }
+        Idle.Apply(Options.bEyeMovement, Options.bNeckMovement, Frame);
+        return Frame;
     }
 };
 
@@ -129,7 +152,7 @@ std::vector<FFaceFrame> FFaceEngine::Animate(std::span<const float> Samples, int
             static_cast<double>(S.FramesEmitted - S.SegmentFirstFrame + 1) / S.SegmentFps;
         const auto EndSample = static_cast<std::int64_t>(std::floor(EndSeconds * AnalysisRate));
         S.AnalyseUntil(EndSample - ResamplerAllowanceSamples);
-        Frames.push_back(S.Pose);
+        Frames.push_back(S.Compose());
     }
     return Frames;
 }
