@@ -78,6 +78,11 @@ struct FFaceEngine::FState
             AnalyseWindow(std::span<const float>(Speech).subspan(Start - SpeechOffset, WindowSamples));
             ++AnalysedFrames;
         }
+    }
+
+    // Once per chunk, not per frame: erasing from the front is linear in what stays.
+    void DropAnalysedSpeech()
+    {
         const std::int64_t Keep = AnalysedFrames * static_cast<std::int64_t>(HopSamples);
         if (Keep > SpeechOffset)
         {
@@ -154,6 +159,7 @@ std::vector<FFaceFrame> FFaceEngine::Animate(std::span<const float> Samples, int
         S.AnalyseUntil(EndSample - ResamplerAllowanceSamples);
         Frames.push_back(S.Compose());
     }
+    S.DropAnalysedSpeech();
     return Frames;
 }
 
