@@ -17,9 +17,19 @@ namespace LipsyncEngine
 {
 namespace
 {
-// How far a frame looks back from its end: the resampler may still hold this much
-// of the newest audio, and a frame must not depend on how the audio was chunked.
-constexpr std::int64_t ResamplerAllowanceSamples = AnalysisRate / 50;
+// How far a frame looks back from its end, in 16 kHz samples: the resampler may
+// still hold this much of the newest audio, and a frame must not depend on how the
+// audio was chunked. Every millisecond here delays the mouth, so it is as short as
+// each rate allows: soxr's low-quality filter with small transforms holds about
+// 4.5 ms above 16 kHz and 13 ms at 8 kHz.
+std::int64_t ResamplerAllowance(int SampleRate)
+{
+    if (SampleRate == AnalysisRate)
+    {
+        return 0;
+    }
+    return SampleRate > AnalysisRate ? AnalysisRate * 6 / 1000 : AnalysisRate * 16 / 1000;
+}
 
 float SanitizeSample(float Sample)
 {
@@ -156,7 +166,7 @@ std::vector<FFaceFrame> FFaceEngine::Animate(std::span<const float> Samples, int
             S.SegmentStartSeconds +
             static_cast<double>(S.FramesEmitted - S.SegmentFirstFrame + 1) / S.SegmentFps;
         const auto EndSample = static_cast<std::int64_t>(std::floor(EndSeconds * AnalysisRate));
-        S.AnalyseUntil(EndSample - ResamplerAllowanceSamples);
+        S.AnalyseUntil(EndSample - ResamplerAllowance(S.SegmentRate));
         Frames.push_back(S.Compose());
     }
     S.DropAnalysedSpeech();
