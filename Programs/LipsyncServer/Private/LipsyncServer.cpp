@@ -4,6 +4,7 @@
 #include "LipsyncEndpoints.h"
 
 #include <httplib.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <atomic>
@@ -37,6 +38,7 @@ struct FLipsyncServer::FImpl
     FLipsyncEndpoints Endpoints;
     std::thread Listener;
     std::atomic<bool> bListenerDone{false};
+    socket_t ListenSocket = INVALID_SOCKET;
     int BoundPort = -1;
 };
 
@@ -47,6 +49,8 @@ void FLipsyncServer::FImpl::Configure()
     // Answers are written in one piece; without this Nagle's algorithm holds the
     // tail of an answer back until the client acknowledges the head.
     Http.set_tcp_nodelay(true);
+    // A kept-alive client reconnects less often; each reconnect costs a handshake.
+    Http.set_keep_alive_max_count(1000);
     // cpp-httplib reads and drops an announced body over the limit and answers 413
     // (so the client sees the answer); chunked bodies are counted by ReadForm.
     Http.set_payload_max_length(Options.MaxBody);
@@ -94,6 +98,19 @@ bool FLipsyncServer::Start(std::string& OutError)
     FImpl& Server = *Impl;
     Server.Configure();
     const FLipsyncServerOptions& Options = Server.Options;
+    // cpp-httplib listens with a backlog of 5: a burst of new clients overflows it
+    // and the kernel drops their connections. Listening again on the bound socket
+    // raises the backlog.
+    // SO_REUSEADDR without cpp-httplib's default SO_REUSEPORT, so that a port in use
+    // is an error rather than silently shared with another server. Accepted
+    // sockets inherit TCP_NODELAY from this one.
+    Server.Http.set_socket_options(
+        [&Server](socket_t Socket)
+        {
+            const int On = 1;
+            setsockopt(Socket, SOL_SOCKET, SO_REUSEADDR, &On, sizeof(On));
+            Server.ListenSocket = Socket;
+        });
     if (Options.Port == 0)
     {
         Server.BoundPort = Server.Http.bind_to_any_port(Options.Bind);
@@ -102,7 +119,7 @@ bool FLipsyncServer::Start(std::string& OutError)
     {
         Server.BoundPort = Options.Port;
     }
-    if (Server.BoundPort <= 0)
+    if (Server.BoundPort <= 0 || ::listen(Server.ListenSocket, SOMAXCONN) != 0)
     {
         OutError = "cannot listen on " + Options.Bind + ":" + std::to_string(Options.Port);
         return false;
