@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <regex>
+#include <thread>
 
 namespace
 {
@@ -192,4 +194,18 @@ TEST(ServerProgram, PrintsItsBaseUrlFirstAndStopsCleanlyOnSigterm)
     EXPECT_EQ(Result->status, 200);
     const int Status = Process.Stop();
     EXPECT_TRUE(WIFEXITED(Status) && WEXITSTATUS(Status) == 0) << Status;
+}
+
+TEST_F(FServerFixture, StopLetsARequestInFlightFinish)
+{
+    const std::string Audio = MakeWav({.Seconds = 60.0});
+    std::optional<httplib::Result> Result;
+    std::thread Sender([&] { Result.emplace(Send("/dh/api/v2/zel", Audio)); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    Server->Stop();
+    Server->Wait();
+    Sender.join();
+    ASSERT_TRUE(Result && *Result) << httplib::to_string(Result->error());
+    EXPECT_EQ((*Result)->status, 200);
+    EXPECT_EQ(ReadCloudAnswer((*Result)->body).Frames.Num(), 3600);
 }
