@@ -1,0 +1,176 @@
+#include "FaceEngine.h"
+
+#include "BlendShape.h"
+#include "EmotionShapes.h"
+#include "IdleMotion.h"
+#include "MouthMapping.h"
+#include "Resampler.h"
+#include "SpeakerNormaliser.h"
+#include "SpeechFeatures.h"
+#include "VisemeClassifier.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace LipsyncEngine
+{
+namespace
+{
+// How far a frame looks back from its end, in 16 kHz samples: the resampler may
+// still hold this much of the newest audio, and a frame must not depend on how the
+// audio was chunked. Every millisecond here delays the mouth, so it is as short as
+// each rate allows: soxr's low-quality filter with small transforms holds about
+// 4.5 ms above 16 kHz and 13 ms at 8 kHz.
+std::int64_t ResamplerAllowance(int SampleRate)
+{
+    if (SampleRate == AnalysisRate)
+    {
+        return 0;
+    }
+    return SampleRate > AnalysisRate ? AnalysisRate * 6 / 1000 : AnalysisRate * 16 / 1000;
+}
+
+float SanitizeSample(float Sample)
+{
+    return std::isfinite(Sample) ? std::clamp(Sample, -1.0f, 1.0f) : 0.0f;
+}
+} // namespace
+
+struct FFaceEngine::FState
+{
+    FAnimationOptions Options;
+    FResampler Resampler;
+
+    // Frames are counted per stretch of constant sample rate and frame rate, so the
+    // count is exact however the audio is chunked.
+    int SegmentRate = 0;
+    int SegmentFps = 0;
+    std::int64_t SegmentSamples = 0;
+    std::int64_t SegmentFirstFrame = 0;
+    double SegmentStartSeconds = 0.0;
+    std::int64_t FramesEmitted = 0;
+
+    // Resampled speech not yet analysed; Speech[0] is sample SpeechOffset of the stream.
+    std::vector<float> Speech;
+    std::int64_t SpeechOffset = 0;
+    std::int64_t AnalysedFrames = 0;
+
+    FFeatureExtractor Extractor;
+    FSpeakerNormaliser Normaliser;
+    FMouthMapper Mouth;
+    FIdleMotion Idle;
+    FWeights MouthWeights{};
+    FWeights EmotionWeights{};
+    bool bEmotionSet = false;
+
+    void StartSegment(int SampleRate)
+    {
+        SegmentStartSeconds += SegmentRate > 0 ? static_cast<double>(SegmentSamples) / SegmentRate : 0.0;
+        SegmentFirstFrame = FramesEmitted;
+        SegmentSamples = 0;
+        SegmentRate = SampleRate;
+        SegmentFps = Options.Fps;
+    }
+
+    std::int64_t FramesDue() const { return SegmentFirstFrame + SegmentSamples * SegmentFps / SegmentRate; }
+
+    void AnalyseUntil(std::int64_t EndSample)
+    {
+        for (;;)
+        {
+            const std::int64_t Start = AnalysedFrames * static_cast<std::int64_t>(HopSamples);
+            const std::int64_t End = Start + static_cast<std::int64_t>(WindowSamples);
+            if (End > EndSample || End > SpeechOffset + static_cast<std::int64_t>(Speech.size()))
+            {
+                break;
+            }
+            AnalyseWindow(std::span<const float>(Speech).subspan(Start - SpeechOffset, WindowSamples));
+            ++AnalysedFrames;
+        }
+    }
+
+    // Once per chunk, not per frame: erasing from the front is linear in what stays.
+    void DropAnalysedSpeech()
+    {
+        const std::int64_t Keep = AnalysedFrames * static_cast<std::int64_t>(HopSamples);
+        if (Keep > SpeechOffset)
+        {
+            Speech.erase(Speech.begin(), Speech.begin() + (Keep - SpeechOffset));
+            SpeechOffset = Keep;
+        }
+    }
+
+    void AnalyseWindow(std::span<const float> Window)
+    {
+        const FNormalisedFeatures Features = Normaliser.Normalise(Extractor.Extract(Window));
+        Mouth.Step(ClassifyViseme(Features), Features, MouthWeights);
+        Idle.Step(MouthWeights[EBlendShape::JawOpen]);
+        // A new emotion fades in over about half a second.
+        const FWeights Target = EmotionShapes(Options.Emotion);
+        const float Rate = bEmotionSet ? 0.05f : 1.0f;
+        for (std::size_t Shape = 0; Shape < NumBlendShapes; ++Shape)
+        {
+            EmotionWeights[Shape] += Rate * (Target[Shape] - EmotionWeights[Shape]);
+        }
+        bEmotionSet = true;
+    }
+
+    FFaceFrame Compose() const
+    {
+        FFaceFrame Frame;
+        for (std::size_t Shape = 0; Shape < NumBlendShapes; ++Shape)
+        {
+            Frame.Weights[Shape] = std::clamp(MouthWeights[Shape] + EmotionWeights[Shape], 0.0f, 1.0f);
+        }
+        Idle.Apply(Options.bEyeMovement, Options.bNeckMovement, Frame);
+        return Frame;
+    }
+};
+
+FFaceEngine::FFaceEngine(const FAnimationOptions& Options) : State(std::make_unique<FState>())
+{
+    SetOptions(Options);
+}
+
+FFaceEngine::~FFaceEngine() = default;
+
+void FFaceEngine::SetOptions(const FAnimationOptions& Options)
+{
+    State->Options = Options;
+    State->Options.Fps = std::clamp(Options.Fps, 1, 1000);
+}
+
+std::vector<FFaceFrame> FFaceEngine::Animate(std::span<const float> Samples, int SampleRate)
+{
+    std::vector<FFaceFrame> Frames;
+    if (SampleRate <= 0)
+    {
+        return Frames;
+    }
+    FState& S = *State;
+    if (SampleRate != S.SegmentRate || S.Options.Fps != S.SegmentFps)
+    {
+        S.StartSegment(SampleRate);
+    }
+    std::vector<float> Clean(Samples.size());
+    std::transform(Samples.begin(), Samples.end(), Clean.begin(), SanitizeSample);
+    S.Resampler.Process(Clean, SampleRate, S.Speech);
+    S.SegmentSamples += static_cast<std::int64_t>(Samples.size());
+
+    const std::int64_t Due = S.FramesDue();
+    Frames.reserve(static_cast<std::size_t>(std::max<std::int64_t>(0, Due - S.FramesEmitted)));
+    for (; S.FramesEmitted < Due; ++S.FramesEmitted)
+    {
+        const double EndSeconds =
+            S.SegmentStartSeconds +
+            static_cast<double>(S.FramesEmitted - S.SegmentFirstFrame + 1) / S.SegmentFps;
+        const auto EndSample = static_cast<std::int64_t>(std::floor(EndSeconds * AnalysisRate));
+        S.AnalyseUntil(EndSample - ResamplerAllowance(S.SegmentRate));
+        Frames.push_back(S.Compose());
+    }
+    S.DropAnalysedSpeech();
+    return Frames;
+}
+
+} // namespace LipsyncEngine

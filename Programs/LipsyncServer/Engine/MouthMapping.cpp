@@ -1,0 +1,101 @@
+#include "MouthMapping.h"
+
+#include "BlendShape.h"
+
+#include <algorithm>
+
+namespace LipsyncEngine
+{
+namespace
+{
+using namespace EBlendShape;
+
+// Share of the way to the target that one 10 ms step moves, rising and falling.
+struct FRate
+{
+    float Attack;
+    float Release;
+};
+
+// Lips close faster than they part, and the jaw follows loudness closely; lip
+// shapes build up over a few frames so that a short sound only colours them.
+constexpr FRate VisemeRate = {0.7f, 0.5f};
+constexpr FRate JawRate = {0.5f, 0.45f};
+constexpr FRate LipCloseRate = {0.7f, 0.4f};
+constexpr FRate ShapeRate = {0.6f, 0.45f};
+
+float Approach(float Current, float Target, FRate Rate)
+{
+    return Current + (Target > Current ? Rate.Attack : Rate.Release) * (Target - Current);
+}
+
+float Share(const FVisemeWeights& Visemes, EViseme Viseme)
+{
+    return Visemes[static_cast<std::size_t>(Viseme)];
+}
+
+// Loudness opens the jaw: nothing below 30 dB under the speaker's vowels, fully at
+// their level.
+float Openness(const FNormalisedFeatures& Features)
+{
+    return std::clamp((Features.Level + 30.0f) / 24.0f, 0.0f, 1.0f);
+}
+
+// Hiss above 4 kHz with many zero crossings: a fricative, which narrows the mouth.
+float Frication(const FNormalisedFeatures& Features)
+{
+    const float Hiss = std::clamp((Features.HighBandDb + 8.0f) / 10.0f, 0.0f, 1.0f);
+    const float Noisy = std::clamp((Features.ZeroCrossingRate - 0.15f) / 0.2f, 0.0f, 1.0f);
+    return Hiss * Noisy;
+}
+
+void SetPair(FWeights& Weights, std::size_t Left, std::size_t Right, float Value)
+{
+    Weights[Left] = Value;
+    Weights[Right] = Value;
+}
+} // namespace
+
+void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures& Features, FWeights& Weights)
+{
+    for (std::size_t Index = 0; Index < NumVisemes; ++Index)
+    {
+        Smoothed[Index] = Approach(Smoothed[Index], Visemes[Index], VisemeRate);
+    }
+    const float Closed = Share(Smoothed, EViseme::Closed);
+    const float Open = Share(Smoothed, EViseme::Open);
+    const float Rounded = Share(Smoothed, EViseme::Rounded);
+    const float Spread = Share(Smoothed, EViseme::Spread);
+    const float Other = Share(Smoothed, EViseme::Other);
+    const float Narrow = 1.0f - 0.5f * Frication(Features);
+
+    const float Jaw =
+        Openness(Features) * Narrow * (0.75f * Open + 0.3f * Rounded + 0.3f * Spread + 0.4f * Other);
+    Targets[JawOpen] = Jaw;
+    Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(1.6f * Closed, 0.0f, 1.0f);
+    SetPair(Targets, MouthPressLeft, MouthPressRight, 0.5f * Closed);
+    Targets[MouthFunnel] = 0.55f * Rounded;
+    Targets[MouthPucker] = 0.65f * Rounded;
+    SetPair(Targets, MouthStretchLeft, MouthStretchRight, 0.4f * Spread);
+    SetPair(Targets, MouthSmileLeft, MouthSmileRight, 0.25f * Spread);
+    SetPair(Targets, MouthLowerDownLeft, MouthLowerDownRight, 0.4f * Jaw * (1.0f - Rounded));
+    SetPair(Targets, MouthUpperUpLeft, MouthUpperUpRight, 0.2f * Jaw * (1.0f - Rounded));
+    Targets[MouthShrugUpper] = 0.3f * (1.0f - Narrow);
+
+    Weights[JawOpen] = Approach(Weights[JawOpen], Targets[JawOpen], JawRate);
+    // Lips cannot close further than the jaw lets them.
+    Weights[MouthClose] =
+        std::min(Approach(Weights[MouthClose], Targets[MouthClose], LipCloseRate), Weights[JawOpen]);
+    for (std::size_t Shape : {MouthPressLeft, MouthPressRight})
+    {
+        Weights[Shape] = Approach(Weights[Shape], Targets[Shape], LipCloseRate);
+    }
+    for (std::size_t Shape :
+         {MouthFunnel, MouthPucker, MouthStretchLeft, MouthStretchRight, MouthSmileLeft, MouthSmileRight,
+          MouthLowerDownLeft, MouthLowerDownRight, MouthUpperUpLeft, MouthUpperUpRight, MouthShrugUpper})
+    {
+        Weights[Shape] = Approach(Weights[Shape], Targets[Shape], ShapeRate);
+    }
+}
+
+} // namespace LipsyncEngine

@@ -1,0 +1,211 @@
+#include "ServerFixture.h"
+#include "ServerProcess.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <regex>
+#include <thread>
+
+namespace
+{
+FCadrelZELRequest RequestWithMovement(bool bEyes, bool bNeck)
+{
+    FCadrelZELRequest Request;
+    Request.Data.Attributes.Zel.EyeMovementParameters.bEyeMovementMode = bEyes;
+    Request.Data.Attributes.Zel.NeckMovementParameters.bNeckMovementMode = bNeck;
+    return Request;
+}
+
+int IndexOf(const TArray<FString>& Names, const char* Name)
+{
+    for (int32 Index = 0; Index < Names.Num(); ++Index)
+    {
+        if (Names[Index].ToUTF8() == Name)
+        {
+            return Index;
+        }
+    }
+    return -1;
+}
+
+double MaxAbsBone(const FCadrelZELResponse& Response, int Bone)
+{
+    double Max = 0.0;
+    for (int32 Frame = 0; Frame < Response.Frames.Num(); ++Frame)
+    {
+        const FVector& Value = Response.Frames[Frame].Bones[Bone].BoneValue;
+        Max = std::max({Max, std::abs(Value.X), std::abs(Value.Y), std::abs(Value.Z)});
+    }
+    return Max;
+}
+} // namespace
+
+TEST_F(FServerFixture, CloudAnswerReadsBackWithTheModuleReader)
+{
+    const auto Result = Send("/dh/api/v2/zel", MakeWav({.Seconds = 3.0}), RequestWithMovement(true, true));
+    ASSERT_TRUE(Result);
+    ASSERT_EQ(Result->status, 200) << Result->body;
+    const FCadrelZELResponse Answer = ReadCloudAnswer(Result->body);
+    EXPECT_EQ(Answer.FPS, 60);
+    EXPECT_EQ(Answer.Frames.Num(), 180);
+    ASSERT_EQ(Answer.BlendShapesNames.Num(), 52);
+    ASSERT_EQ(Answer.BonesNames.Num(), 3);
+    EXPECT_NE(Answer.BonesNames[0].ToUTF8().find("eye"), std::string::npos);
+    EXPECT_NE(Answer.BonesNames[1].ToUTF8().find("eye"), std::string::npos);
+    const int JawOpen = IndexOf(Answer.BlendShapesNames, "jawOpen");
+    ASSERT_GE(JawOpen, 0);
+    double MaxJaw = 0.0;
+    for (int32 Frame = 0; Frame < Answer.Frames.Num(); ++Frame)
+    {
+        ASSERT_EQ(Answer.Frames[Frame].Blendshapes.Num(), 52);
+        ASSERT_EQ(Answer.Frames[Frame].Bones.Num(), 3);
+        MaxJaw = std::max(MaxJaw, Answer.Frames[Frame].Blendshapes[JawOpen]);
+    }
+    EXPECT_GT(MaxJaw, 0.05) << "speech should open the jaw";
+    EXPECT_GT(MaxAbsBone(Answer, 0), 0.0) << "the eyes move within 3 seconds";
+    EXPECT_GT(MaxAbsBone(Answer, 1), 0.0);
+}
+
+TEST_F(FServerFixture, BonesStayStillWithoutMovementButKeepTheirPlace)
+{
+    const auto Result = Send("/dh/api/v2/zel", MakeWav({.Seconds = 3.0}), RequestWithMovement(false, false));
+    ASSERT_TRUE(Result);
+    const FCadrelZELResponse Answer = ReadCloudAnswer(Result->body);
+    ASSERT_EQ(Answer.BonesNames.Num(), 3);
+    ASSERT_GT(Answer.Frames.Num(), 0);
+    for (int Bone = 0; Bone < 3; ++Bone)
+    {
+        EXPECT_EQ(MaxAbsBone(Answer, Bone), 0.0) << "bone " << Bone;
+    }
+}
+
+TEST_F(FServerFixture, Audio2FaceExportCountsMatchItsLists)
+{
+    const auto Result = Send("/bs/api/v1/zel", MakeWav({.SampleRate = 44100, .Seconds = 1.5}));
+    ASSERT_TRUE(Result);
+    ASSERT_EQ(Result->status, 200) << Result->body;
+    const FCadrelAudio2FaceBlendShapeInfo Export = ReadAudio2FaceExport(Result->body);
+    EXPECT_EQ(Export.ExportFps, 60);
+    EXPECT_EQ(Export.NumPoses, Export.FacsNames.Num());
+    EXPECT_EQ(Export.NumFrames, Export.WeightMat.Num());
+    EXPECT_EQ(Export.NumFrames, 90);
+    EXPECT_GE(IndexOf(Export.FacsNames, "jawOpen"), 0);
+    for (int32 Row = 0; Row < Export.WeightMat.Num(); ++Row)
+    {
+        ASSERT_EQ(Export.WeightMat[Row].Weight.Num(), Export.NumPoses);
+    }
+}
+
+TEST_F(FServerFixture, StreamAnswersCarryTheirFormatAndVelkKeys)
+{
+    const std::string Chunk = MakeWav({.Seconds = 0.5});
+    const auto Live = Send("/live/api/v1/zel_stream", Chunk, {}, 0, 1);
+    const auto Cloud = Send("/dh/api/v1/zel_stream", Chunk, {}, 0, 2);
+    ASSERT_TRUE(Live && Cloud);
+    EXPECT_EQ(ReadAudio2FaceExport(Live->body).NumFrames, 30);
+    EXPECT_EQ(ReadCloudAnswer(Cloud->body).Frames.Num(), 30);
+    for (const std::string& Body : {Live->body, Cloud->body})
+    {
+        const FCadrelVelkInfo Velk = ReadVelkInfo(Body);
+        EXPECT_EQ(Velk.VelkHost.ToUTF8(), "127.0.0.1");
+        EXPECT_EQ(Velk.VelkPort, 9012);
+        EXPECT_EQ(Velk.AudioPort, 9013);
+        EXPECT_EQ(Velk.AudioTime, 500.0f);
+    }
+}
+
+TEST_F(FServerFixture, EmotionChangesTheAnimation)
+{
+    const std::string Audio = MakeWav({.Seconds = 1.0});
+    FCadrelZELRequest Angry;
+    Angry.Data.Attributes.Zel.ExplicitEmotion = ECadrelExplicitEmotion::CEE_Angry;
+    FCadrelZELRequest Happy;
+    Happy.Data.Attributes.Zel.ExplicitEmotion = ECadrelExplicitEmotion::CEE_Happy;
+    const auto AngryResult = Send("/dh/api/v2/zel", Audio, Angry);
+    const auto HappyResult = Send("/dh/api/v2/zel", Audio, Happy);
+    ASSERT_TRUE(AngryResult && HappyResult);
+    EXPECT_EQ(AngryResult->status, 200);
+    EXPECT_NE(AngryResult->body, HappyResult->body);
+}
+
+// Weights of all frames of the answers, in order.
+static std::vector<double> Weights(std::initializer_list<const httplib::Result*> Results)
+{
+    std::vector<double> All;
+    for (const httplib::Result* Result : Results)
+    {
+        const FCadrelAudio2FaceBlendShapeInfo Export = ReadAudio2FaceExport((*Result)->body);
+        for (int32 Row = 0; Row < Export.WeightMat.Num(); ++Row)
+        {
+            for (int32 Column = 0; Column < Export.WeightMat[Row].Weight.Num(); ++Column)
+            {
+                All.push_back(Export.WeightMat[Row].Weight[Column]);
+            }
+        }
+    }
+    return All;
+}
+
+TEST_F(FServerFixture, StreamChunksContinueByMainIndexAndUnknownStreamsStartFromRest)
+{
+    const std::string Whole = MakeWav({.Seconds = 1.0});
+    const std::string First = MakeWav({.Seconds = 0.5});
+    // The second half of the tone, as its own file.
+    std::string Second = First;
+    const std::size_t Header = First.size() - 16000;
+    Second.replace(Header, 16000, Whole.substr(Header + 16000, 16000));
+
+    const auto WholeResult = Send("/bs/api/v1/zel", Whole);
+    const auto FirstChunk = Send("/live/api/v1/zel_stream", First, {}, 0, 41);
+    const auto SecondChunk = Send("/live/api/v1/zel_stream", Second, {}, 1, 41);
+    const auto Alone = Send("/bs/api/v1/zel", Second);
+    const auto Unknown = Send("/live/api/v1/zel_stream", Second, {}, 1, 42);
+    const auto Repeated = Send("/live/api/v1/zel_stream", Second, {}, 1, 41);
+    ASSERT_TRUE(WholeResult && FirstChunk && SecondChunk && Alone && Unknown && Repeated);
+
+    const std::vector<double> Expected = Weights({&WholeResult});
+    const std::vector<double> Streamed = Weights({&FirstChunk, &SecondChunk});
+    ASSERT_EQ(Streamed.size(), Expected.size());
+    for (std::size_t Index = 0; Index < Expected.size(); ++Index)
+    {
+        ASSERT_NEAR(Streamed[Index], Expected[Index], 2e-4) << "weight " << Index;
+    }
+    EXPECT_EQ(Weights({&Unknown}), Weights({&Alone}));
+    EXPECT_EQ(Weights({&Repeated}), Weights({&Alone})) << "a chunk that is not later starts from rest";
+}
+
+TEST_F(FServerFixture, HealthCheckAnswers)
+{
+    const auto Result = Client->Get("/healthz");
+    ASSERT_TRUE(Result);
+    EXPECT_EQ(Result->status, 200);
+    EXPECT_EQ(Result->body, "{\"status\":\"ok\"}");
+}
+
+TEST(ServerProgram, PrintsItsBaseUrlFirstAndStopsCleanlyOnSigterm)
+{
+    FServerProcess Process(CADREL_SERVER_PROGRAM, {"--port", "0", "--quiet"});
+    ASSERT_TRUE(std::regex_match(Process.BaseUrl(), std::regex(R"(http://127\.0\.0\.1:[0-9]+)")))
+        << Process.BaseUrl();
+    httplib::Client Client(Process.BaseUrl());
+    const auto Result = Client.Get("/healthz");
+    ASSERT_TRUE(Result);
+    EXPECT_EQ(Result->status, 200);
+    const int Status = Process.Stop();
+    EXPECT_TRUE(WIFEXITED(Status) && WEXITSTATUS(Status) == 0) << Status;
+}
+
+TEST_F(FServerFixture, StopLetsARequestInFlightFinish)
+{
+    const std::string Audio = MakeWav({.Seconds = 60.0});
+    std::optional<httplib::Result> Result;
+    std::thread Sender([&] { Result.emplace(Send("/dh/api/v2/zel", Audio)); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    Server->Stop();
+    Server->Wait();
+    Sender.join();
+    ASSERT_TRUE(Result && *Result) << httplib::to_string(Result->error());
+    EXPECT_EQ((*Result)->status, 200);
+    EXPECT_EQ(ReadCloudAnswer((*Result)->body).Frames.Num(), 3600);
+}
