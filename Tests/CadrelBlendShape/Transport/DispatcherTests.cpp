@@ -83,15 +83,14 @@ TEST(TransportDispatcher, SendsTheExactHeadersAndBodyToBothServerKinds)
     {
         for (const FString& Token : {FString(), FString(TEXT("tok:en/+=="))})
         {
-            FRawCaptureServer Server(FLipsyncTestServer::DefaultAnswer("/dh/api/v2/zel"));
-            FLipsyncTestServer::FEndpointGuard Endpoints(Server.BaseURL());
+            FRawServer Server(JsonReply(FLipsyncTestServer::DefaultAnswer("/dh/api/v2/zel")));
+            FLipsyncTestServer::FEndpointGuard Endpoints(Server.URL(""));
             const TSharedRef<FCadrelBlendShape> Dispatcher = MakeShared<FCadrelBlendShape>();
             FCadrelZELRequest Request;
             ASSERT_TRUE(Dispatcher->ZELRequest(Request, MakeParam(Type, Token), Audio));
 
-            const std::vector<FRawRequest> Arrived = Server.WaitForRequests(1);
-            ASSERT_EQ(Arrived.size(), 1u);
-            const auto& [Head, Body] = Arrived[0];
+            ASSERT_TRUE(TickUntil([&] { return Server.Received().size() == 1; }));
+            const auto [Head, Body] = SplitRawRequest(Server.Received()[0]);
             const bool bA2F = Type == EBlendShapeType::AUDIO2FACE;
             EXPECT_EQ(Head.substr(0, Head.find("\r\n")),
                       bA2F ? "POST /bs/api/v1/zel HTTP/1.1" : "POST /dh/api/v2/zel HTTP/1.1");
@@ -294,7 +293,7 @@ TEST(TransportDispatcher, SixtyFourRequestsInFlightEachCompleteWithTheirOwnReque
         Param.Index = Index;
         ASSERT_TRUE(Dispatcher->ZELRequest(FCadrelZELRequest(), Param, Audio));
     }
-    EXPECT_TRUE(TickUntil([&] { return Completed.size() == 64; }, std::chrono::seconds(30)));
+    EXPECT_TRUE(TickUntil([&] { return Completed.size() == 64; }, 30.0));
     std::set<std::string> Indices;
     for (const FReceivedRequest& Each : Server.Received())
     {

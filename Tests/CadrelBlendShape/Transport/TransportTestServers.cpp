@@ -1,13 +1,11 @@
 #include "TransportTestServers.h"
 
-#include "HttpModule.h"
 #include "Misc/ConfigCacheIni.h"
 #include "Setting/CadrelSetting.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
+
+#include <algorithm>
 
 #include <cstring>
 
@@ -107,97 +105,16 @@ FLipsyncTestServer::FEndpointGuard::~FEndpointGuard()
     GConfig->SetString(TEXT("Cadrel"), TEXT("CloudBaseURL"), TEXT(""), GEngineIni);
 }
 
-FRawCaptureServer::FRawCaptureServer(std::string InAnswerBody) : AnswerBody(std::move(InAnswerBody))
+std::pair<std::string, std::string> SplitRawRequest(const std::string& Raw)
 {
-    ListenSocket = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in Address{};
-    Address.sin_family = AF_INET;
-    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t Length = sizeof(Address);
-    ::bind(ListenSocket, reinterpret_cast<sockaddr*>(&Address), Length);
-    ::listen(ListenSocket, 8);
-    ::getsockname(ListenSocket, reinterpret_cast<sockaddr*>(&Address), &Length);
-    Port = ntohs(Address.sin_port);
-    Thread = std::thread([this] { Serve(); });
+    const size_t HeadEnd = std::min(Raw.find("\r\n\r\n"), Raw.size()) + 4;
+    return {Raw.substr(0, HeadEnd), HeadEnd < Raw.size() ? Raw.substr(HeadEnd) : std::string()};
 }
 
-FRawCaptureServer::~FRawCaptureServer()
+std::string JsonReply(const std::string& Body)
 {
-    ::shutdown(ListenSocket, SHUT_RDWR);
-    ::close(ListenSocket);
-    Thread.join();
-}
-
-FString FRawCaptureServer::BaseURL() const
-{
-    return LocalURL(Port);
-}
-
-void FRawCaptureServer::Serve()
-{
-    for (;;)
-    {
-        const int Connection = ::accept(ListenSocket, nullptr, nullptr);
-        if (Connection < 0)
-        {
-            return;
-        }
-        std::string Bytes;
-        char Buffer[65536];
-        size_t HeaderEnd = std::string::npos;
-        size_t Wanted = 0;
-        ssize_t Count = 0;
-        while ((HeaderEnd == std::string::npos || Bytes.size() < Wanted) &&
-               (Count = ::recv(Connection, Buffer, sizeof(Buffer), 0)) > 0)
-        {
-            Bytes.append(Buffer, static_cast<size_t>(Count));
-            if (HeaderEnd == std::string::npos && (HeaderEnd = Bytes.find("\r\n\r\n")) != std::string::npos)
-            {
-                const size_t Field = Bytes.find("\r\nContent-Length: ");
-                const size_t Length = Field < HeaderEnd ? std::stoul(Bytes.substr(Field + 18)) : 0;
-                Wanted = HeaderEnd + 4 + Length;
-            }
-        }
-        if (HeaderEnd != std::string::npos)
-        {
-            std::lock_guard Lock(Mutex);
-            Requests.emplace_back(Bytes.substr(0, HeaderEnd + 4), Bytes.substr(HeaderEnd + 4));
-        }
-        const std::string Answer = "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " +
-                                   std::to_string(AnswerBody.size()) + "\r\nConnection: close\r\n\r\n" +
-                                   AnswerBody;
-        ::send(Connection, Answer.data(), Answer.size(), MSG_NOSIGNAL);
-        ::close(Connection);
-    }
-}
-
-std::vector<FRawRequest> FRawCaptureServer::WaitForRequests(size_t Count)
-{
-    std::vector<FRawRequest> Arrived;
-    TickUntil(
-        [&]
-        {
-            std::lock_guard Lock(Mutex);
-            Arrived = Requests;
-            return Arrived.size() >= Count;
-        },
-        std::chrono::seconds(5));
-    return Arrived;
-}
-
-bool TickUntil(const std::function<bool()>& Done, std::chrono::milliseconds Limit)
-{
-    const auto Deadline = std::chrono::steady_clock::now() + Limit;
-    while (!Done())
-    {
-        if (std::chrono::steady_clock::now() > Deadline)
-        {
-            return false;
-        }
-        FHttpModule::Get().GetHttpManager().Tick(0.001f);
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
+    return "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " +
+           std::to_string(Body.size()) + "\r\nConnection: close\r\n\r\n" + Body;
 }
 
 TArray<uint8> MakeWav(int32 SampleRate, double Seconds)

@@ -1,9 +1,10 @@
 #pragma once
 
-// Real servers on 127.0.0.1 for the transport tests, and the helpers that drive the
-// host's HTTP manager the way the editor's main loop does.
+// Real servers on 127.0.0.1 for the transport tests, beside the HTTP module's own
+// (FRawServer, TickUntil).
 
 #include "CoreMinimal.h"
+#include "HttpTestServers.h"
 
 #include <httplib.h>
 // httplib.h brings in <arpa/nameser.h>, whose DELETE macro hides the verb of that name.
@@ -62,34 +63,12 @@ private:
     std::vector<FReceivedRequest> Requests;
 };
 
-// The header block (request line included, up to the blank line) and the body.
-using FRawRequest = std::pair<std::string, std::string>;
+// Splits a raw request at the blank line: the header block (request line
+// included, blank line too) and the body.
+std::pair<std::string, std::string> SplitRawRequest(const std::string& Raw);
 
-// Takes whole HTTP requests off the socket as bytes, so that tests can compare the
-// header block and the body with what the servers expect, byte for byte.
-class FRawCaptureServer
-{
-public:
-    explicit FRawCaptureServer(std::string InAnswerBody);
-    ~FRawCaptureServer();
-
-    FString BaseURL() const;
-    // Ticks until Count requests have arrived, or five seconds have passed.
-    std::vector<FRawRequest> WaitForRequests(size_t Count);
-
-private:
-    void Serve();
-
-    std::string AnswerBody;
-    int ListenSocket = -1;
-    int Port = 0;
-    std::thread Thread;
-    std::mutex Mutex;
-    std::vector<FRawRequest> Requests;
-};
-
-// Ticks the host's HTTP manager, as the main loop does, until Done() or a time-out.
-bool TickUntil(const std::function<bool()>& Done, std::chrono::milliseconds Limit = std::chrono::seconds(10));
+// A whole HTTP answer with a JSON body, for FRawServer.
+std::string JsonReply(const std::string& Body);
 
 // A canonical 44-byte-header WAV: 16-bit mono at SampleRate, Seconds long.
 TArray<uint8> MakeWav(int32 SampleRate, double Seconds);
