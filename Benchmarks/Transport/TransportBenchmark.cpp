@@ -122,6 +122,15 @@ bool DispatchAndWait(FCadrelBlendShape& Dispatcher, const TArray<uint8>& Data, i
     return true;
 }
 
+// A dispatcher that counts its answers in Answered.
+TSharedRef<FCadrelBlendShape> CountingDispatcher(int32& Answered)
+{
+    const TSharedRef<FCadrelBlendShape> Dispatcher = MakeShared<FCadrelBlendShape>();
+    Dispatcher->OnZELRequestComplete.BindLambda([&Answered](FHttpRequestPtr, FHttpResponsePtr, bool)
+                                                { ++Answered; });
+    return Dispatcher;
+}
+
 double Seconds(FClock::time_point Start)
 {
     return std::chrono::duration<double>(FClock::now() - Start).count();
@@ -133,9 +142,8 @@ void BM_LipsyncRequest1MB(benchmark::State& State, ETicking Ticking)
     const TArray<uint8> Data = Audio(1 << 20);
     const FBareRequest Bare(1 << 20);
     CURL* Easy = MakeEasy(URL, Bare.Body, Bare.Headers);
-    const TSharedRef<FCadrelBlendShape> Dispatcher = MakeShared<FCadrelBlendShape>();
     int32 Answered = 0;
-    Dispatcher->OnZELRequestComplete.BindLambda([&](FHttpRequestPtr, FHttpResponsePtr, bool) { ++Answered; });
+    const TSharedRef<FCadrelBlendShape> Dispatcher = CountingDispatcher(Answered);
     double Curl = 0.0;
     double Ours = 0.0;
     for (auto _ : State)
@@ -194,9 +202,8 @@ void BM_Concurrent64(benchmark::State& State)
     const TArray<uint8> Data = Audio(64 << 10);
     const FBareRequest Bare(64 << 10);
     CURLM* Multi = curl_multi_init();
-    const TSharedRef<FCadrelBlendShape> Dispatcher = MakeShared<FCadrelBlendShape>();
     int32 Answered = 0;
-    Dispatcher->OnZELRequestComplete.BindLambda([&](FHttpRequestPtr, FHttpResponsePtr, bool) { ++Answered; });
+    const TSharedRef<FCadrelBlendShape> Dispatcher = CountingDispatcher(Answered);
     double Curl = 0.0;
     double Ours = 0.0;
     for (auto _ : State)

@@ -59,24 +59,12 @@ FCurlHttpRequest::FCurlHttpRequest() : Verb(TEXT("GET")), Content(std::make_shar
 
 FString FCurlHttpRequest::GetHeader(const FString& HeaderName) const
 {
-    for (const FHeader& Header : Headers)
-    {
-        if (Header.Name.Equals(HeaderName))
-        {
-            return Header.Value;
-        }
-    }
-    return FString();
+    return FindHttpHeader(Headers, HeaderName);
 }
 
 TArray<FString> FCurlHttpRequest::GetAllHeaders() const
 {
-    TArray<FString> Result;
-    for (const FHeader& Header : Headers)
-    {
-        Result.Add(Header.Name + TEXT(": ") + Header.Value);
-    }
-    return Result;
+    return FormatHttpHeaders(Headers);
 }
 
 float FCurlHttpRequest::GetElapsedTime() const
@@ -91,7 +79,7 @@ float FCurlHttpRequest::GetElapsedTime() const
 
 void FCurlHttpRequest::SetHeader(const FString& HeaderName, const FString& HeaderValue)
 {
-    for (FHeader& Header : Headers)
+    for (FHttpHeader& Header : Headers)
     {
         if (Header.Name.Equals(HeaderName))
         {
@@ -99,7 +87,7 @@ void FCurlHttpRequest::SetHeader(const FString& HeaderName, const FString& Heade
             return;
         }
     }
-    Headers.Add(FHeader{HeaderName, HeaderValue});
+    Headers.Add(FHttpHeader{HeaderName, HeaderValue});
 }
 
 void FCurlHttpRequest::SetContent(const TArray<uint8>& ContentPayload)
@@ -154,7 +142,7 @@ FString FCurlHttpRequest::FindMalformedPart() const
     {
         return TEXT("the verb is not a single HTTP token");
     }
-    for (const FHeader& Header : Headers)
+    for (const FHttpHeader& Header : Headers)
     {
         if (!IsToken(Header.Name))
         {
@@ -175,7 +163,7 @@ FCurlTransferSpec FCurlHttpRequest::MakeTransferSpec() const
     Spec.Verb = Verb.IsEmpty() ? "GET" : Verb.ToUpper().ToUTF8();
     bool bHasExpect = false;
     bool bHasContentType = false;
-    for (const FHeader& Header : Headers)
+    for (const FHttpHeader& Header : Headers)
     {
         // libcurl reads "Name:" as "drop this header"; "Name;" sends it empty.
         Spec.HeaderLines.push_back(Header.Name.ToUTF8() +

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "HttpHeaderList.h"
 #include "Interfaces/IHttpRequest.h"
 
 #include <memory>
@@ -43,19 +44,13 @@ public:
     void DeliverCompletion(const FHttpResponsePtr& Response, bool bSucceeded);
 
 private:
-    struct FHeader
-    {
-        FString Name;
-        FString Value;
-    };
-
     // Why the request cannot go out as it is, or empty text.
     FString FindMalformedPart() const;
     FCurlTransferSpec MakeTransferSpec() const;
 
     FString URL;
     FString Verb;
-    TArray<FHeader> Headers;
+    TArray<FHttpHeader> Headers;
     // Replaced, never changed in place, so a running exchange can keep reading it.
     std::shared_ptr<const TArray<uint8>> Content;
     float TimeoutSecs = 0.0f;

@@ -10,24 +10,12 @@ FString FCurlHttpResponse::GetContentAsString() const
 
 FString FCurlHttpResponse::GetHeader(const FString& HeaderName) const
 {
-    for (const FHeader& Header : Headers)
-    {
-        if (Header.Name.Equals(HeaderName))
-        {
-            return Header.Value;
-        }
-    }
-    return FString();
+    return FindHttpHeader(Headers, HeaderName);
 }
 
 TArray<FString> FCurlHttpResponse::GetAllHeaders() const
 {
-    TArray<FString> Result;
-    for (const FHeader& Header : Headers)
-    {
-        Result.Add(Header.Name + TEXT(": ") + Header.Value);
-    }
-    return Result;
+    return FormatHttpHeaders(Headers);
 }
 
 bool FCurlHttpResponse::AppendContent(const char* Data, SIZE_T Count)
@@ -42,5 +30,5 @@ bool FCurlHttpResponse::AppendContent(const char* Data, SIZE_T Count)
 
 void FCurlHttpResponse::AddHeader(const FString& Name, const FString& Value)
 {
-    Headers.Add(FHeader{Name, Value});
+    Headers.Add(FHttpHeader{Name, Value});
 }

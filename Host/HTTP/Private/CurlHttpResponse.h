@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "HttpHeaderList.h"
 #include "Interfaces/IHttpResponse.h"
 
 #include <algorithm>
@@ -29,14 +30,8 @@ public:
     void AddHeader(const FString& Name, const FString& Value);
 
 private:
-    struct FHeader
-    {
-        FString Name;
-        FString Value;
-    };
-
     FString URL;
     int32 ResponseCode = 0;
     TArray<uint8> Content;
-    TArray<FHeader> Headers;
+    TArray<FHttpHeader> Headers;
 };
