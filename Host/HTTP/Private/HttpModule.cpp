@@ -13,5 +13,7 @@ FHttpModule& FHttpModule::Get()
 
 TSharedRef<IHttpRequest> FHttpModule::CreateRequest()
 {
-    return MakeShared<FCurlHttpRequest>();
+    TSharedRef<IHttpRequest> Request = MakeShared<FCurlHttpRequest>();
+    RequestCreatedDelegate.ExecuteIfBound(Request);
+    return Request;
 }

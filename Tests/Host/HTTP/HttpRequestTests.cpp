@@ -175,3 +175,18 @@ TEST(HttpRequest, RequestsThatGetNoAnswerFailWithoutResponse)
     EXPECT_FALSE(AwaitCompletion(ModuleTimedOut).bSucceeded);
     Gate.Open();
 }
+
+TEST(HttpModule, ProgramsSeeEveryRequestAsItIsCreated)
+{
+    TArray<TSharedPtr<IHttpRequest>> Seen;
+    FHttpModule::Get().OnRequestCreated().BindLambda([&Seen](const TSharedRef<IHttpRequest>& Request)
+                                                     { Seen.Add(Request.ToSharedPtr()); });
+    const TSharedRef<IHttpRequest> First = FHttpModule::Get().CreateRequest();
+    const TSharedRef<IHttpRequest> Second = FHttpModule::Get().CreateRequest();
+    FHttpModule::Get().OnRequestCreated().Unbind();
+    FHttpModule::Get().CreateRequest();
+
+    ASSERT_EQ(Seen.Num(), 2);
+    EXPECT_EQ(Seen[0].Get(), &First.Get());
+    EXPECT_EQ(Seen[1].Get(), &Second.Get());
+}

@@ -1,0 +1,52 @@
+#include "LipsyncServerCommand.h"
+
+#include <csignal>
+#include <cstdio>
+#include <pthread.h>
+
+void AddLipsyncServerOptions(CLI::App& Command, FLipsyncServerOptions& Options)
+{
+    Command.add_option("--port", Options.Port, "Port to listen on; 0 picks a free one")
+        ->check(CLI::Range(0, 65535))
+        ->capture_default_str();
+    Command.add_option("--bind", Options.Bind, "Address to listen on")->capture_default_str();
+    Command.add_option("--token", Options.Token,
+                       "Access token every lipsync request must carry in Authorization");
+    Command.add_option("--threads", Options.Threads, "Worker threads (connections served at once)")
+        ->check(CLI::Range(1, 4096))
+        ->capture_default_str();
+    Command.add_option("--fps", Options.Fps, "Animation frames per second")
+        ->check(CLI::Range(1, 240))
+        ->capture_default_str();
+    Command.add_option("--max-body", Options.MaxBody, "Largest request body in bytes")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+    Command.add_flag("--quiet", Options.bQuiet, "No access log on standard error");
+}
+
+int RunLipsyncServerUntilSignal(const FLipsyncServerOptions& Options, const char* ProgramName)
+{
+    // Blocked before the server's threads start, so every thread inherits the mask
+    // and the signals reach only the sigwait below.
+    sigset_t Signals;
+    sigemptyset(&Signals);
+    sigaddset(&Signals, SIGINT);
+    sigaddset(&Signals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &Signals, nullptr);
+
+    FLipsyncServer Server(Options);
+    std::string Error;
+    if (!Server.Start(Error))
+    {
+        std::fprintf(stderr, "%s: %s\n", ProgramName, Error.c_str());
+        return 1;
+    }
+    std::printf("%s\n", Server.BaseUrl().c_str());
+    std::fflush(stdout);
+
+    int Signal = 0;
+    sigwait(&Signals, &Signal);
+    Server.Stop();
+    Server.Wait();
+    return 0;
+}
