@@ -1,0 +1,140 @@
+#include "WavFile.h"
+#include "WavTestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include <sys/stat.h>
+
+namespace
+{
+// libsndfile's 16-bit mono file: the format at 20..35, the data chunk's tag at 36 and size at 40.
+std::vector<uint8> GoodMono(const FWavScratch& Scratch)
+{
+    return Scratch.MakeWav(16000, 1, std::vector<short>(1000, 1200));
+}
+
+std::vector<uint8> Renamed(std::vector<uint8> Bytes, std::size_t Offset, const char* Tag)
+{
+    std::copy_n(Tag, 4, Bytes.begin() + std::ptrdiff_t(Offset));
+    return Bytes;
+}
+
+std::vector<uint8> WithSize(std::vector<uint8> Bytes, std::size_t Offset, uint32 Size, std::size_t Keep)
+{
+    PutLittleEndian32(Bytes, Offset, Size);
+    Bytes.resize(std::min(Keep, Bytes.size()));
+    return Bytes;
+}
+} // namespace
+
+TEST(WavFileTest, RefusesEveryBrokenFileNamingItAndTheFault)
+{
+    FWavScratch Scratch;
+    const std::vector<uint8> Good = GoodMono(Scratch);
+    ASSERT_EQ(Good.size(), 2044u);
+    const auto File = [&](std::vector<uint8> Bytes) { return Scratch.Write("take.wav", Bytes); };
+    struct FCase
+    {
+        std::function<std::string()> MakePath;
+        std::string Reason;
+    };
+    const FCase Cases[] = {
+        {[&] { return Scratch.Path("missing.wav"); }, "no such file"},
+        {[&] { return Scratch.Path(""); }, "is a directory"},
+        {[&]
+         {
+             ::mkfifo(Scratch.Path("pipe.wav").c_str(), 0600);
+             return Scratch.Path("pipe.wav");
+         },
+         "is not a regular file"},
+        {[&] { return File({}); }, "the file is empty"},
+        {[&] {
+             return File({'h', 'e', 'l', 'l', 'o', '\n'});
+         },
+         "not a WAV file"},
+        {[&] { return File(std::vector<uint8>(Good.begin(), Good.begin() + 11)); }, "not a WAV file"},
+        {[&] { return File(Renamed(Good, 12, "junk")); }, "there is no fmt chunk"},
+        {[&] { return File(WithSize(Good, 16, 14, Good.size())); }, "the fmt chunk is too short"},
+        {[&] { return File(Renamed(Good, 22, "\0\0\x80\x3e")); }, "the fmt chunk gives 0 channels"},
+        {[&] { return File(WithSize(Good, 24, 0, Good.size())); }, "a sample rate of 0 Hz"},
+        {[&] { return File(Renamed(Good, 36, "junk")); }, "there is no data chunk"},
+        {[&] { return File(WithSize(Good, 40, 0, 44)); }, "the data chunk holds no samples"},
+        {[&] { return File(WithSize(Good, 40, 1, 45)); }, "no whole sample frame"},
+        {[&] { return File(WithSize(Good, 40, 2000, 44 + 1230)); },
+         "the data chunk is cut short: the header promises 2000 bytes, the file holds 1230"},
+        {[&] { return File(WithSize(Good, 40, 0xFFFFFFFF, Good.size())); },
+         "the header promises 4294967295 bytes, the file holds 2000"},
+        {[&] { return File(WithSize(Renamed(Good, 36, "LIST"), 40, 0xFFFFFFFE, Good.size())); },
+         "the \"LIST\" chunk is cut short"},
+        {[&] { return File(Renamed(Good, 20, "\x34\x12\x01\0")); }, "libsndfile cannot read it: "},
+    };
+    for (const FCase& Case : Cases)
+    {
+        const std::string Path = Case.MakePath();
+        FWavFile Wav;
+        std::string Error;
+        EXPECT_FALSE(ReadWavFile(Path, Wav, Error)) << Case.Reason;
+        EXPECT_EQ(Error.rfind(Path + ": ", 0), 0u) << Error;
+        EXPECT_NE(Error.find(Case.Reason), std::string::npos) << Error;
+        EXPECT_EQ(Error.find('\n'), std::string::npos) << Error;
+    }
+}
+
+TEST(WavFileTest, ReadsMonoStereoAndFloatFilesAsTheyAre)
+{
+    FWavScratch Scratch;
+    struct FCase
+    {
+        std::vector<uint8> Bytes;
+        int Channels;
+        std::vector<float> Mono;
+    };
+    const float Nan = std::numeric_limits<float>::quiet_NaN();
+    const FCase Cases[] = {
+        {Scratch.MakeWav(16000, 1, std::vector<short>{0, 16384, -32768}), 1, {0.0f, 0.5f, -1.0f}},
+        {Scratch.MakeWav(16000, 2, std::vector<short>{16384, -16384, 32767, 32767}),
+         2,
+         {0.0f, 32767 / 32768.0f}},
+        // Out-of-range and NaN float samples must not reach the picture.
+        {Scratch.MakeWav(16000, 2, std::vector<float>{2.0f, 1.0f, Nan, -0.5f}, SF_FORMAT_FLOAT),
+         2,
+         {1.0f, -0.25f}},
+    };
+    for (const FCase& Case : Cases)
+    {
+        const std::string Path = Scratch.Write("good.wav", Case.Bytes);
+        FWavFile Wav;
+        std::string Error;
+        ASSERT_TRUE(ReadWavFile(Path, Wav, Error)) << Error;
+        EXPECT_EQ(Wav.Path, Path);
+        EXPECT_EQ(std::vector<uint8>(Wav.Bytes.begin(), Wav.Bytes.end()), Case.Bytes);
+        EXPECT_EQ(Wav.SampleRate, 16000);
+        EXPECT_EQ(Wav.Channels, Case.Channels);
+        EXPECT_EQ(Wav.Frames, int64(Case.Mono.size()));
+        EXPECT_DOUBLE_EQ(Wav.Seconds(), double(Case.Mono.size()) / 16000.0);
+        ASSERT_EQ(Wav.Mono.size(), Case.Mono.size());
+        for (std::size_t Index = 0; Index < Case.Mono.size(); ++Index)
+        {
+            EXPECT_NEAR(Wav.Mono[Index], Case.Mono[Index], 1e-6f) << Index;
+        }
+    }
+}
+
+TEST(WavFileTest, SkipsOtherChunksWithTheirPadByte)
+{
+    FWavScratch Scratch;
+    std::vector<uint8> Bytes = GoodMono(Scratch);
+    // An odd-sized chunk between the format and the samples, padded to even length.
+    const std::vector<uint8> Odd = {'o', 'd', 'd', ' ', 3, 0, 0, 0, 'a', 'b', 'c', 0};
+    Bytes.insert(Bytes.begin() + 36, Odd.begin(), Odd.end());
+    FWavFile Wav;
+    std::string Error;
+    ASSERT_TRUE(ReadWavBytes("odd.wav", TArray<uint8>(Bytes.data(), int32(Bytes.size())), Wav, Error))
+        << Error;
+    EXPECT_EQ(Wav.Frames, 1000);
+    EXPECT_EQ(Wav.Path, "odd.wav");
+}

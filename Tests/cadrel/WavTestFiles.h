@@ -1,0 +1,80 @@
+#pragma once
+
+#include "CoreMinimal.h"
+
+#include <sndfile.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+// A scratch folder of WAV files written by libsndfile itself, removed afterwards.
+class FWavScratch
+{
+public:
+    FWavScratch()
+    {
+        std::string Template = (std::filesystem::temp_directory_path() / "cadrel-wav-XXXXXX").string();
+        Root = ::mkdtemp(Template.data());
+    }
+    ~FWavScratch() { std::filesystem::remove_all(Root); }
+    FWavScratch(const FWavScratch&) = delete;
+    FWavScratch& operator=(const FWavScratch&) = delete;
+
+    std::string Path(const std::string& Name) const { return (Root / Name).string(); }
+
+    std::string Write(const std::string& Name, const std::vector<uint8>& Bytes) const
+    {
+        std::ofstream(Path(Name), std::ios::binary)
+            .write(reinterpret_cast<const char*>(Bytes.data()), std::streamsize(Bytes.size()));
+        return Path(Name);
+    }
+
+    static std::vector<uint8> Read(const std::string& Path)
+    {
+        std::ifstream File(Path, std::ios::binary);
+        return std::vector<uint8>(std::istreambuf_iterator<char>(File), {});
+    }
+
+    // Interleaved samples written in the given libsndfile encoding; the file's bytes.
+    template <typename SampleType>
+    std::vector<uint8> MakeWav(int Rate, int Channels, const std::vector<SampleType>& Samples,
+                               int Encoding = SF_FORMAT_PCM_16) const
+    {
+        const std::string File = Path("made.wav");
+        SF_INFO Info{};
+        Info.samplerate = Rate;
+        Info.channels = Channels;
+        Info.format = SF_FORMAT_WAV | Encoding;
+        SNDFILE* Sound = sf_open(File.c_str(), SFM_WRITE, &Info);
+        if constexpr (std::is_same_v<SampleType, short>)
+        {
+            sf_write_short(Sound, Samples.data(), sf_count_t(Samples.size()));
+        }
+        else
+        {
+            sf_write_float(Sound, Samples.data(), sf_count_t(Samples.size()));
+        }
+        sf_close(Sound);
+        return Read(File);
+    }
+
+private:
+    std::filesystem::path Root;
+};
+
+inline void PutLittleEndian32(std::vector<uint8>& Bytes, std::size_t Offset, uint32 Value)
+{
+    for (std::size_t Index = 0; Index < 4; ++Index)
+    {
+        Bytes[Offset + Index] = uint8(Value >> (8 * Index));
+    }
+}
+
+inline uint32 GetLittleEndian32(const uint8* Bytes)
+{
+    return uint32(Bytes[0]) | uint32(Bytes[1]) << 8 | uint32(Bytes[2]) << 16 | uint32(Bytes[3]) << 24;
+}
