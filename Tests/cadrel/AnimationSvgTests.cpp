@@ -1,0 +1,130 @@
+#include "AnimationSvg.h"
+#include "PlotColumns.h"
+#include "PlotTicks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace
+{
+int Count(const std::string& Text, const std::string& Needle)
+{
+    int Found = 0;
+    for (std::size_t At = Text.find(Needle); At != std::string::npos; At = Text.find(Needle, At + 1))
+    {
+        ++Found;
+    }
+    return Found;
+}
+
+// Every element the plot uses closes as often as it opens: catches a lost end tag.
+bool TagsBalance(const std::string& Svg)
+{
+    return std::ranges::all_of(
+        std::initializer_list<std::string>{"svg", "g", "text", "title", "defs", "clipPath"},
+        [&](const std::string& Name) {
+            return Count(Svg, "<" + Name + " ") + Count(Svg, "<" + Name + ">") ==
+                   Count(Svg, "</" + Name + ">");
+        });
+}
+
+FCadrelZELResponse Animation(const TArray<FString>& Names, int32 Frames, int32 Fps)
+{
+    FCadrelZELResponse Made;
+    Made.FPS = Fps;
+    Made.BlendShapesNames = Names;
+    for (int32 Index = 0; Index < Frames; ++Index)
+    {
+        FCadrelFaceFrames Frame;
+        for (int32 Column = 0; Column < Names.Num(); ++Column)
+        {
+            Frame.Blendshapes.Add(0.5 + 0.5 * std::sin(Index * 0.3 + Column));
+        }
+        Made.Frames.Add(Frame);
+    }
+    return Made;
+}
+} // namespace
+
+TEST(AnimationSvg, DrawsAndListsOnlyTheCurvesTheAnimationNames)
+{
+    const std::vector<float> Mono(16000, 0.25f);
+    const std::string Svg =
+        AnimationToSvg(Animation({TEXT("eyeBlinkLeft"), TEXT("jawOpen"), TEXT("mouthSmileRight")}, 60, 60),
+                       Mono, 16000, "<fox> & \"friends\"");
+
+    EXPECT_TRUE(Svg.starts_with("<?xml")) << Svg.substr(0, 80);
+    EXPECT_TRUE(TagsBalance(Svg));
+    EXPECT_EQ(Count(Svg, "<path stroke="), 2);
+    EXPECT_EQ(Count(Svg, ">jawOpen</text>"), 1);
+    EXPECT_EQ(Count(Svg, ">smile</text>"), 1);
+    for (const char* Absent : {"mouthClose", "mouthFunnel", "mouthPucker", "stretch", "eyeBlink"})
+    {
+        EXPECT_EQ(Svg.find(Absent), std::string::npos) << Absent;
+    }
+    EXPECT_EQ(Count(Svg, "&lt;fox&gt; &amp; &quot;friends&quot;"), 2);
+    EXPECT_EQ(Svg.find("<fox>"), std::string::npos);
+    EXPECT_EQ(Count(Svg, ">audio</text>"), 1);
+}
+
+TEST(AnimationSvg, HostileInputsGiveAWellFormedPlotWithoutWildNumbers)
+{
+    FCadrelZELResponse Wild = Animation({TEXT("jawOpen"), TEXT("mouthClose")}, 5, 0);
+    Wild.Frames[1].Blendshapes = {std::numeric_limits<double>::quiet_NaN(), 1e308};
+    Wild.Frames[2].Blendshapes = {};
+    const std::vector<float> Noise = {0.5f, std::numeric_limits<float>::infinity(), -0.5f};
+    for (const int Rate : {0, -8000, 8000})
+    {
+        const std::string Svg = AnimationToSvg(Wild, Noise, Rate, std::string("bad \xFF\x01 title"));
+        EXPECT_TRUE(TagsBalance(Svg)) << Rate;
+        EXPECT_EQ(Svg.find("nan"), std::string::npos) << Rate;
+        EXPECT_EQ(Svg.find("inf"), std::string::npos) << Rate;
+        EXPECT_EQ(Svg.find("e+"), std::string::npos) << Rate;
+        EXPECT_EQ(Count(Svg, ">audio</text>"), Rate > 0 ? 1 : 0) << Rate;
+        EXPECT_EQ(Count(Svg, ">frame</text>"), 1) << Rate;
+    }
+    EXPECT_TRUE(TagsBalance(AnimationToSvg({}, {}, 0, "")));
+}
+
+TEST(AnimationSvg, TenMinutesStayASmallFile)
+{
+    const std::vector<float> Mono(16000 * 600, 0.0f);
+    const std::string Svg =
+        AnimationToSvg(Animation({TEXT("jawOpen"), TEXT("mouthClose"), TEXT("mouthFunnel"),
+                                  TEXT("mouthPucker"), TEXT("mouthSmileLeft"), TEXT("mouthSmileRight"),
+                                  TEXT("mouthStretchLeft"), TEXT("mouthStretchRight")},
+                                 36000, 60),
+                       Mono, 16000, "ten minutes");
+    EXPECT_EQ(Count(Svg, "<path stroke="), 6);
+    EXPECT_LT(Svg.size(), 400u * 1024u);
+    EXPECT_TRUE(TagsBalance(Svg));
+}
+
+TEST(AnimationSvg, ReducedPathKeepsEachColumnsExtremesInOrder)
+{
+    FColumnReducedPath Path;
+    for (const auto& [X, Y] : {std::pair{10.1, 5.0}, {10.3, 9.0}, {10.5, 1.0}, {10.9, 4.0}, {11.2, 3.0}})
+    {
+        Path.Add(X, Y);
+    }
+    Path.Break();
+    Path.Add(13.0, 2.0);
+    EXPECT_EQ(Path.Finish(), "M10.3 9 10.5 1 11.2 3M13 2");
+}
+
+TEST(AnimationSvg, TimeTicksAreRoundAndFew)
+{
+    const std::pair<double, double> Cases[] = {
+        {3.67, 0.5}, {55.2, 5.0}, {600.0, 60.0}, {0.05, 0.005}, {1e5, 1e4}};
+    for (const auto& [Span, Step] : Cases)
+    {
+        EXPECT_DOUBLE_EQ(TickStep(Span, 12), Step) << Span;
+    }
+    EXPECT_EQ(TickLabel(1.5, 0.5), "1.5");
+    EXPECT_EQ(TickLabel(0.015, 0.005), "0.015");
+    EXPECT_EQ(TickLabel(120, 60), "120");
+}

@@ -1,0 +1,87 @@
+#include "AtomicFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <sys/stat.h>
+
+namespace
+{
+namespace fs = std::filesystem;
+
+fs::path FreshFolder()
+{
+    const fs::path Folder =
+        fs::path(testing::TempDir()) / ("atomic-" + std::to_string(::getpid()) + "-" +
+                                        testing::UnitTest::GetInstance()->current_test_info()->name());
+    fs::remove_all(Folder);
+    fs::create_directories(Folder);
+    return Folder;
+}
+
+std::string Read(const fs::path& Path)
+{
+    std::stringstream Text;
+    Text << std::ifstream(Path, std::ios::binary).rdbuf();
+    return Text.str();
+}
+
+std::vector<std::string> Entries(const fs::path& Folder)
+{
+    std::vector<std::string> Names;
+    for (const fs::directory_entry& Entry : fs::directory_iterator(Folder))
+    {
+        Names.push_back(Entry.path().filename().string());
+    }
+    std::sort(Names.begin(), Names.end());
+    return Names;
+}
+} // namespace
+
+TEST(AtomicFile, CreatesAndReplacesLeavingOnlyTheTarget)
+{
+    const fs::path Target = FreshFolder() / "x.json";
+    const mode_t Previous = ::umask(027);
+    std::string Error;
+    ASSERT_TRUE(WriteFileAtomically(Target.string(), "old", Error)) << Error;
+    ::umask(Previous);
+    EXPECT_EQ(Read(Target), "old");
+    EXPECT_EQ(fs::status(Target).permissions(), fs::perms(0640));
+
+    fs::permissions(Target, fs::perms(0604));
+    const std::string Large(3 << 20, 'y');
+    ASSERT_TRUE(WriteFileAtomically(Target.string(), Large, Error)) << Error;
+    EXPECT_EQ(Read(Target), Large);
+    EXPECT_EQ(fs::status(Target).permissions(), fs::perms(0604));
+    EXPECT_EQ(Entries(Target.parent_path()), std::vector<std::string>{"x.json"});
+    fs::remove_all(Target.parent_path());
+}
+
+TEST(AtomicFile, FailuresNameThePathAndLeaveNothingBehind)
+{
+    const fs::path Folder = FreshFolder();
+    std::ofstream(Folder / "plain") << "a file, not a folder";
+    fs::create_directory(Folder / "dir");
+    std::ofstream(Folder / "dir" / "kept") << "kept";
+    const std::pair<fs::path, std::string> Cases[] = {
+        {Folder / "missing" / "x.json", std::string("cannot create: ") + std::strerror(ENOENT)},
+        {Folder / "plain" / "x.json", std::string("cannot create: ") + std::strerror(ENOTDIR)},
+        {Folder / "dir", "cannot replace: "},
+    };
+    for (const auto& [Path, Reason] : Cases)
+    {
+        std::string Error;
+        EXPECT_FALSE(WriteFileAtomically(Path.string(), "new", Error)) << Path;
+        EXPECT_TRUE(Error.starts_with(Path.string() + ": " + Reason)) << Error;
+        EXPECT_EQ(Error.find('\n'), std::string::npos) << Error;
+    }
+    EXPECT_EQ(Entries(Folder), (std::vector<std::string>{"dir", "plain"}));
+    EXPECT_EQ(Read(Folder / "plain"), "a file, not a folder");
+    EXPECT_EQ(Entries(Folder / "dir"), std::vector<std::string>{"kept"});
+    fs::remove_all(Folder);
+}
