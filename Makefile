@@ -17,8 +17,14 @@ build: deps
 	@cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
 	@cmake --build $(BUILD) -j $(JOBS)
 
-demo: build
-	@$(BUILD)/bin/cadrel
+DEMO_OUT   ?= demo-output
+
+# Only the program: the demo needs neither the tests nor the benchmarks.
+demo: deps
+	@cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS) --target cadrel
+	@$(BUILD)/bin/cadrel lipsync Demo/speech.wav --out $(DEMO_OUT)
+	@echo "The animation is in $(DEMO_OUT)/: speech.json (the lipsync answer), speech.csv (one row per frame), speech.svg (open it in a browser)."
 
 test: build
 	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure

@@ -1,5 +1,6 @@
 #include "HostLogCapture.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
@@ -33,11 +34,50 @@ FHostLogCapture::~FHostLogCapture()
     Stop();
 }
 
-void FHostLogCapture::Serialize(const TCHAR* Text, ELogVerbosity::Type Verbosity, const FName&)
+void FHostLogCapture::Serialize(const TCHAR* Text, ELogVerbosity::Type Verbosity, const FName& Category)
 {
+    std::lock_guard<std::mutex> Lock(Mutex);
     if (Verbosity <= ELogVerbosity::Warning && FirstProblem.IsEmpty())
     {
         FirstProblem = Text;
+    }
+    // The HTTP module says "Request to URL failed: reason" when a request ends
+    // without success; the reason is what a user needs to hear.
+    static const FString Prefix = TEXT("Request to ");
+    static const FString Failed = TEXT(" failed: ");
+    const FString Line(Text);
+    const int32 FailedAt = Line.Find(Failed);
+    if (Category == FName(TEXT("LogHttp")) && Line.StartsWith(Prefix) && FailedAt > Prefix.Len())
+    {
+        RequestFailures.Add(Line.Mid(Prefix.Len(), FailedAt - Prefix.Len()),
+                            Line.Mid(FailedAt + Failed.Len()));
+    }
+}
+
+FString FHostLogCapture::GetRequestFailure(const FString& URL) const
+{
+    std::lock_guard<std::mutex> Lock(Mutex);
+    const FString* Reason = RequestFailures.Find(URL);
+    return Reason ? *Reason : FString();
+}
+
+void FHostLogCapture::PrintError(const std::string& Line) const
+{
+    const std::string Text = Line + "\n";
+    const int Fd = SavedStandardError >= 0 ? SavedStandardError : STDERR_FILENO;
+    std::fflush(stderr);
+    for (std::size_t Done = 0; Done < Text.size();)
+    {
+        const ssize_t Written = ::write(Fd, Text.data() + Done, Text.size() - Done);
+        if (Written < 0 && errno == EINTR)
+        {
+            continue;
+        }
+        if (Written <= 0)
+        {
+            return;
+        }
+        Done += static_cast<std::size_t>(Written);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "RequestCommand.h"
 
+#include "AnimationOptions.h"
+
 #include "CadrelJson.h"
 
 #include <cstdio>
@@ -7,12 +9,6 @@
 namespace
 {
 constexpr uint8 NoEnumerator = 255;
-
-std::string CheckEmotion(const std::string& Name)
-{
-    const ECadrelExplicitEmotion Emotion = CadrelJson::GetExplicitEmotion(FString::FromUTF8(Name));
-    return static_cast<uint8>(Emotion) == NoEnumerator ? "no such emotion: " + Name : std::string();
-}
 
 std::string CheckRigType(const std::string& Name)
 {
@@ -31,33 +27,20 @@ FRequestCommand::FRequestCommand(CLI::App& Parent)
 {
     CLI::App* Command = Parent.add_subcommand(
         "request", "Print the JSON document a lipsync request sends (the default command).");
-    // The codec's own name lookups decide, so the program accepts exactly what
-    // the request reader would read back.
-    Command
-        ->add_option(
-            "--emotion", Emotion,
-            "Emotion the animation is to express: angry, calm, curious, disgust, doubt, dreamy, "
-            "embarrassment, fear, flirt, happy, playful, positive, resentment, shame, sorrow, strict, "
-            "supplication, surprise or wrath")
-        ->check(CLI::Validator(CheckEmotion, "EMOTION"))
-        ->capture_default_str();
+    AddAnimationOptions(*Command, Animation);
+    // The codec's own name lookup decides, as for the emotion.
     Command->add_option("--rig", RigType, "Kind of face rig the animation is for: vireth or custom")
         ->check(CLI::Validator(CheckRigType, "RIG"))
         ->capture_default_str();
     Command->add_option("--id", Id, "Request identifier, 32 hexadecimal digits (default: a new one)")
         ->check(CLI::Validator(CheckGuid, "GUID"));
-    Command->add_flag("--eyes", bEyeMovement, "Ask for captured eye movement");
-    Command->add_flag("--neck", bNeckMovement, "Ask for captured neck movement");
 }
 
 int FRequestCommand::Run() const
 {
     FCadrelZELRequest Request;
-    FCadrelZELInfo& Zel = Request.Data.Attributes.Zel;
-    Zel.ExplicitEmotion = CadrelJson::GetExplicitEmotion(FString::FromUTF8(Emotion));
-    Zel.RigType = CadrelJson::GetRigType(FString::FromUTF8(RigType));
-    Zel.EyeMovementParameters.bEyeMovementMode = bEyeMovement;
-    Zel.NeckMovementParameters.bNeckMovementMode = bNeckMovement;
+    ApplyAnimationOptions(Animation, Request);
+    Request.Data.Attributes.Zel.RigType = CadrelJson::GetRigType(FString::FromUTF8(RigType));
     if (!Id.empty())
     {
         FGuid::Parse(FString::FromUTF8(Id), Request.Data.ID);

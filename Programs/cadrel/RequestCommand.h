@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AnimationOptions.h"
 #include "CadrelBlendShapeType.h"
 
 #include <CLI/CLI.hpp>
@@ -17,9 +18,7 @@ public:
     int Run() const;
 
 private:
-    std::string Emotion = "calm";
+    FAnimationOptions Animation;
     std::string RigType = "vireth";
     std::string Id;
-    bool bEyeMovement = false;
-    bool bNeckMovement = false;
 };

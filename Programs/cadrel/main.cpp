@@ -1,5 +1,9 @@
+#include "ConvertCommand.h"
+#include "LipsyncCommand.h"
 #include "RequestCommand.h"
+#include "ServeCommand.h"
 #include "SettingsCommand.h"
+#include "StreamCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -7,6 +11,10 @@ int main(int argc, char** argv)
 {
     CLI::App App{"cadrel: turns recorded speech into facial animation through a lipsync server."};
     App.require_subcommand(0, 1);
+    FLipsyncCommand Lipsync(App);
+    FStreamCommand Stream(App);
+    FServeCommand Serve(App);
+    FConvertCommand Convert(App);
     FRequestCommand Request(App);
     FSettingsCommand Settings(App);
     // Set after the commands are added, so that their own help does not repeat it.
@@ -14,6 +22,22 @@ int main(int argc, char** argv)
                "for a command's options.");
 
     CLI11_PARSE(App, argc, argv);
+    if (Lipsync.WasChosen())
+    {
+        return Lipsync.Run();
+    }
+    if (Stream.WasChosen())
+    {
+        return Stream.Run();
+    }
+    if (Serve.WasChosen())
+    {
+        return Serve.Run();
+    }
+    if (Convert.WasChosen())
+    {
+        return Convert.Run();
+    }
     if (Settings.WasChosen())
     {
         return Settings.Run();

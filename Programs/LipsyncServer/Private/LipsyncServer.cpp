@@ -7,6 +7,8 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -51,6 +53,7 @@ void FLipsyncServer::FImpl::Configure()
     Http.set_tcp_nodelay(true);
     // A kept-alive client reconnects less often; each reconnect costs a handshake.
     Http.set_keep_alive_max_count(1000);
+    Http.set_keep_alive_timeout(std::max(Options.KeepAliveSeconds, 0));
     // cpp-httplib reads and drops an announced body over the limit and answers 413
     // (so the client sees the answer); chunked bodies are counted by ReadForm.
     Http.set_payload_max_length(Options.MaxBody);
@@ -111,6 +114,8 @@ bool FLipsyncServer::Start(std::string& OutError)
             setsockopt(Socket, SOL_SOCKET, SO_REUSEADDR, &On, sizeof(On));
             Server.ListenSocket = Socket;
         });
+    // cpp-httplib reports only that binding failed; the system's reason is left in errno.
+    errno = 0;
     if (Options.Port == 0)
     {
         Server.BoundPort = Server.Http.bind_to_any_port(Options.Bind);
@@ -121,7 +126,9 @@ bool FLipsyncServer::Start(std::string& OutError)
     }
     if (Server.BoundPort <= 0 || ::listen(Server.ListenSocket, SOMAXCONN) != 0)
     {
-        OutError = "cannot listen on " + Options.Bind + ":" + std::to_string(Options.Port);
+        const int Reason = errno;
+        OutError = "cannot listen on " + Options.Bind + ":" + std::to_string(Options.Port) +
+                   (Reason != 0 ? std::string(": ") + std::strerror(Reason) : std::string());
         return false;
     }
     Server.Listener = std::thread(

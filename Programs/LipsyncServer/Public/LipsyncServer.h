@@ -19,6 +19,10 @@ struct FLipsyncServerOptions
     // Longer speech is refused; it bounds the work and memory of one request.
     double MaxAudioSeconds = 600.0;
     bool bQuiet = false;
+    // How long an idle client connection is kept open. Stop waits for idle
+    // connections to time out, so a server that must stop at once keeps none: with
+    // 0 a connection stays only while its next request follows within milliseconds.
+    int KeepAliveSeconds = 5;
     // The live animation receiver that stream answers point clients to.
     std::string VelkHost = "127.0.0.1";
     int VelkPort = 9012;

@@ -1,0 +1,87 @@
+#include "ConvertCommand.h"
+
+#include "CadrelJson.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace
+{
+// Exports of many minutes run to tens of megabytes; this bounds a mistaken path.
+constexpr std::size_t MaxExportBytes = std::size_t(1) << 30;
+
+bool ReadExportFile(const std::string& Path, TArray<uint8>& OutBytes, std::string& OutError)
+{
+    std::error_code Error;
+    if (!std::filesystem::is_regular_file(Path, Error))
+    {
+        OutError = Path + (std::filesystem::exists(Path, Error) ? ": not a regular file" : ": no such file");
+        return false;
+    }
+    const auto Size = std::filesystem::file_size(Path, Error);
+    std::ifstream File(Path, std::ios::binary);
+    if (Error || !File || Size > MaxExportBytes)
+    {
+        OutError = Path + (Size > MaxExportBytes ? ": larger than 1 GiB" : ": cannot be read");
+        return false;
+    }
+    OutBytes.SetNum(static_cast<int32>(Size));
+    if (!File.read(reinterpret_cast<char*>(OutBytes.GetData()), static_cast<std::streamsize>(Size)))
+    {
+        OutError = Path + ": cannot be read";
+        return false;
+    }
+    return true;
+}
+} // namespace
+
+FConvertCommand::FConvertCommand(CLI::App& Parent)
+{
+    Command =
+        Parent.add_subcommand("convert", "Turn an Audio2Face blend-shape export into JSON, CSV and SVG.");
+    Command->add_option("export", ExportPath, "The export's JSON file")->required();
+    AddOutputOptions(*Command, Output);
+}
+
+int FConvertCommand::Run() const
+{
+    std::string Error;
+    TArray<uint8> Bytes;
+    FCadrelAudio2FaceBlendShapeInfo Export;
+    if (ReadExportFile(ExportPath, Bytes, Error))
+    {
+        CadrelJson::StringToAudio2FaceResponse(Bytes, Export);
+        // The reader leaves a text it cannot read as it found the record.
+        if (Export.ExportFps == FCadrelAudio2FaceBlendShapeInfo().ExportFps)
+        {
+            Error = ExportPath + ": not an Audio2Face export (no JSON object with exportFps)";
+        }
+        else if (Export.ExportFps <= 0 || Export.WeightMat.Num() == 0)
+        {
+            Error = ExportPath + ": the export has " + std::to_string(Export.WeightMat.Num()) +
+                    " frames at " + std::to_string(Export.ExportFps) + " fps; nothing to convert";
+        }
+    }
+    std::vector<std::string> Paths;
+    if (Error.empty() && PrepareOutputDirectory(Output, Error))
+    {
+        FCadrelZELResponse Animation;
+        CadrelJson::Audio2FaceBlendShapeToZELResponse(Export, Animation, 1.0);
+        WriteAnimationFiles(Output, OutputStem(ExportPath), Animation, {}, 0, Paths, Error);
+    }
+    if (!Error.empty())
+    {
+        std::fprintf(stderr, "cadrel: %s\n", Error.c_str());
+        return 1;
+    }
+    std::string Line = ExportPath + ": " + std::to_string(Export.WeightMat.Num()) + " frames at " +
+                       std::to_string(Export.ExportFps) + " fps";
+    for (std::size_t Index = 0; Index < Paths.size(); ++Index)
+    {
+        Line += (Index ? ", " : " -> ") + Paths[Index];
+    }
+    std::printf("%s\n", Line.c_str());
+    return 0;
+}

@@ -1,0 +1,225 @@
+#include "../Host/CoreUObject/TestProject.h"
+#include "CadrelJson.h"
+#include "HttpTestServers.h"
+#include "LipsyncServer.h"
+
+#include <gtest/gtest.h>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <set>
+
+// The cadrel program as a user runs it: in an empty folder, on real WAV files,
+// against real servers on 127.0.0.1.
+class FProgramTest : public ::testing::Test
+{
+protected:
+    struct FRun
+    {
+        int ExitCode = -1;
+        std::string Out;
+        std::string Error;
+        bool IsOneLineFailure() const
+        {
+            return ExitCode != 0 && std::count(Error.begin(), Error.end(), '\n') == 1;
+        }
+    };
+
+    void SetUp() override
+    {
+        Speech = FTestProject::Read(CADREL_DEMO_SPEECH);
+        ASSERT_GT(Speech.size(), 44u);
+        FTestProject::Write(Project.Root / "speech.wav", Speech);
+    }
+
+    FRun Cadrel(const std::string& Arguments) const
+    {
+        const std::filesystem::path Out = Project.Root / ".out.txt";
+        const std::filesystem::path Error = Project.Root / ".error.txt";
+        const std::string Command = "cd '" + Project.Root.string() + "' && '" + CADREL_PROGRAM + "' " +
+                                    Arguments + " >'" + Out.string() + "' 2>'" + Error.string() + "'";
+        const int Status = std::system(Command.c_str());
+        FRun Run{WIFEXITED(Status) ? WEXITSTATUS(Status) : -1, FTestProject::Read(Out),
+                 FTestProject::Read(Error)};
+        std::filesystem::remove(Out);
+        std::filesystem::remove(Error);
+        return Run;
+    }
+
+    // Everything in the project folder but the inputs the test put there.
+    std::set<std::string> LeftBehind(const std::set<std::string>& Inputs = {"speech.wav"}) const
+    {
+        std::set<std::string> Found;
+        for (const auto& Entry : std::filesystem::recursive_directory_iterator(Project.Root))
+        {
+            const std::string Name = std::filesystem::relative(Entry.path(), Project.Root).string();
+            if (!Inputs.count(Name))
+            {
+                Found.insert(Name);
+            }
+        }
+        return Found;
+    }
+
+    static FCadrelZELResponse ReadBack(const std::filesystem::path& Json)
+    {
+        FCadrelZELResponse Animation;
+        CadrelJson::StringToZELResponse(FString::FromUTF8(FTestProject::Read(Json)), Animation);
+        return Animation;
+    }
+
+    FTestProject Project;
+    std::string Speech;
+};
+
+// A port with nothing behind it, and one that takes connections but never answers.
+class FSilentPort
+{
+public:
+    explicit FSilentPort(bool bListen)
+    {
+        Socket = ::socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in Address{};
+        Address.sin_family = AF_INET;
+        Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t Length = sizeof(Address);
+        ::bind(Socket, reinterpret_cast<sockaddr*>(&Address), sizeof(Address));
+        ::getsockname(Socket, reinterpret_cast<sockaddr*>(&Address), &Length);
+        Port = ntohs(Address.sin_port);
+        if (bListen)
+        {
+            ::listen(Socket, 8);
+        }
+    }
+    ~FSilentPort() { ::close(Socket); }
+    std::string URL() const { return "http://127.0.0.1:" + std::to_string(Port); }
+
+private:
+    int Socket = -1;
+    int Port = 0;
+};
+
+TEST_F(FProgramTest, LipsyncWritesEachFormatFromEitherServerKindAndNothingElse)
+{
+    for (const char* Server : {"cloud", "a2f"})
+    {
+        const FRun Run = Cadrel(std::string("lipsync speech.wav --out out --eyes --server ") + Server);
+        ASSERT_EQ(Run.ExitCode, 0) << Run.Error;
+        EXPECT_NE(Run.Out.find("speech.wav: "), std::string::npos) << Run.Out;
+        EXPECT_EQ(LeftBehind(),
+                  (std::set<std::string>{"out", "out/speech.json", "out/speech.csv", "out/speech.svg"}))
+            << "the user's settings file must not appear";
+
+        const FCadrelZELResponse Animation = ReadBack(Project.Root / "out/speech.json");
+        EXPECT_EQ(Animation.FPS, 60) << Server;
+        // About five seconds of speech at 60 frames a second.
+        EXPECT_NEAR(Animation.Frames.Num(), 310, 10) << Server;
+        EXPECT_TRUE(Animation.BlendShapesNames.Contains(FString(TEXT("jawOpen"))));
+        const std::string Csv = FTestProject::Read(Project.Root / "out/speech.csv");
+        EXPECT_EQ(std::count(Csv.begin(), Csv.end(), '\n'), Animation.Frames.Num() + 1);
+        EXPECT_EQ(Csv.rfind("frame,time,", 0), 0u);
+        std::filesystem::remove_all(Project.Root / "out");
+    }
+}
+
+TEST_F(FProgramTest, BadWavFilesCostOneLineEachAndTheGoodOnesStillRun)
+{
+    std::string ZeroRate = Speech;
+    std::fill_n(ZeroRate.begin() + 24, 4, '\0');
+    std::string ZeroChannels = Speech;
+    std::fill_n(ZeroChannels.begin() + 22, 2, '\0');
+    const std::map<std::string, std::string> Bad = {
+        {"empty.wav", ""},
+        {"text.wav", "this is not audio\n"},
+        {"cut.wav", Speech.substr(0, Speech.size() / 2)},
+        {"rate.wav", ZeroRate},
+        {"channels.wav", ZeroChannels},
+    };
+    std::set<std::string> Inputs = {"speech.wav", "folder.wav"};
+    for (const auto& [Name, Bytes] : Bad)
+    {
+        FTestProject::Write(Project.Root / Name, Bytes);
+        Inputs.insert(Name);
+    }
+    std::filesystem::create_directory(Project.Root / "folder.wav");
+
+    for (const std::string Name :
+         {"missing.wav", "folder.wav", "empty.wav", "text.wav", "cut.wav", "rate.wav", "channels.wav"})
+    {
+        const FRun Run = Cadrel("lipsync " + Name + " --out out");
+        EXPECT_TRUE(Run.IsOneLineFailure()) << Name << ": " << Run.Error;
+        EXPECT_EQ(Run.Error.rfind("cadrel: " + Name + ": ", 0), 0u) << Run.Error;
+        EXPECT_EQ(LeftBehind(Inputs), (std::set<std::string>{"out"})) << Name;
+    }
+
+    const FRun Mixed = Cadrel("lipsync cut.wav speech.wav --out out --jobs 2");
+    EXPECT_TRUE(Mixed.IsOneLineFailure()) << Mixed.Error;
+    EXPECT_TRUE(std::filesystem::exists(Project.Root / "out/speech.json"));
+}
+
+TEST_F(FProgramTest, ServerProblemsCostOneLineAndWriteNothing)
+{
+    FLipsyncServerOptions Options;
+    Options.Port = 0;
+    Options.Token = "secret";
+    Options.bQuiet = true;
+    FLipsyncServer Guarded(Options);
+    std::string StartError;
+    ASSERT_TRUE(Guarded.Start(StartError)) << StartError;
+    FTestServer NotJson;
+    NotJson->Post("/dh/api/v2/zel", [](const httplib::Request&, httplib::Response& Response)
+                  { Response.set_content("<html>busy</html>", "text/html"); });
+    NotJson.Start();
+    const FSilentPort Down(false);
+    const FSilentPort Mute(true);
+
+    const std::pair<std::string, std::string> Cases[] = {
+        {"--url " + Down.URL(), "no answer from " + Down.URL()},
+        {"--url ftp://127.0.0.1/", "--url ftp://127.0.0.1/"},
+        {"--url " + Guarded.BaseUrl(), "answered 401"},
+        {"--url " + NotJson.URL("").ToUTF8(), "which is not a lipsync answer"},
+        {"--url " + Mute.URL() + " --timeout 0.5", "within 0.5 s"},
+    };
+    for (const auto& [Arguments, Expected] : Cases)
+    {
+        const FRun Run = Cadrel("lipsync speech.wav --out out " + Arguments);
+        EXPECT_TRUE(Run.IsOneLineFailure()) << Arguments << ": " << Run.Error;
+        EXPECT_NE(Run.Error.find(Expected), std::string::npos) << Run.Error;
+        EXPECT_EQ(LeftBehind(), (std::set<std::string>{"out"})) << Arguments;
+    }
+    EXPECT_EQ(Cadrel("lipsync speech.wav --out out --token secret --url " + Guarded.BaseUrl()).ExitCode, 0);
+
+    const FRun Taken = Cadrel("serve --port " + std::to_string(Guarded.Port()));
+    EXPECT_TRUE(Taken.IsOneLineFailure()) << Taken.Error;
+    EXPECT_NE(Taken.Error.find("in use"), std::string::npos) << Taken.Error;
+}
+
+TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
+{
+    const FRun Streamed = Cadrel("stream speech.wav --chunk-ms 1000");
+    ASSERT_EQ(Streamed.ExitCode, 0) << Streamed.Error;
+    // Five seconds and a little more in one-second chunks, each with its line, then the summary.
+    EXPECT_EQ(std::count(Streamed.Out.begin(), Streamed.Out.end(), '\n'), 7) << Streamed.Out;
+    EXPECT_NE(Streamed.Out.find("6 chunks"), std::string::npos) << Streamed.Out;
+    EXPECT_EQ(LeftBehind(), std::set<std::string>{});
+
+    FTestProject::Write(
+        Project.Root / "take.json",
+        R"({"exportFps":30,"facsNames":["jawOpen","mouthClose"],"weightMat":[[0.5,0],[0.25,1]]})");
+    const FRun Converted = Cadrel("convert take.json --format json,csv");
+    ASSERT_EQ(Converted.ExitCode, 0) << Converted.Error;
+    const FCadrelZELResponse Animation = ReadBack(Project.Root / "take.json");
+    EXPECT_EQ(Animation.FPS, 30);
+    ASSERT_EQ(Animation.Frames.Num(), 2);
+    EXPECT_EQ(Animation.Frames[1].Blendshapes, (TArray<double>{0.25, 1.0}));
+    EXPECT_FALSE(std::filesystem::exists(Project.Root / "take.svg"));
+
+    FTestProject::Write(Project.Root / "broken.json", "{\"exportFps\":");
+    EXPECT_TRUE(Cadrel("convert broken.json").IsOneLineFailure());
+    EXPECT_FALSE(std::filesystem::exists(Project.Root / "broken.csv"));
+}
