@@ -5,6 +5,7 @@
 #include "HttpModule.h"
 #include "RequestWatch.h"
 #include "StreamChunkLog.h"
+#include "WavChunks.h"
 #include "WavFile.h"
 
 #include <chrono>
