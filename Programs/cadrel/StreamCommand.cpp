@@ -13,8 +13,9 @@
 
 namespace
 {
-// The queue's waits are tenths of a second; a few milliseconds per tick keeps it on time.
-constexpr auto TickWait = std::chrono::milliseconds(5);
+// The queue waits tenths of a second and answers take milliseconds; ticking every
+// millisecond keeps both on time and the round trips measured true.
+constexpr auto TickWait = std::chrono::milliseconds(1);
 
 FCadrelVelkStreamQueueElement MakeChunkElement(const FCadrelZELRequest& Request, const FLipsyncTarget& Server,
                                                int32 StreamId, int32 Index, const TArray<uint8>& Chunk)
