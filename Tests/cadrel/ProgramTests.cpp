@@ -1,5 +1,5 @@
-#include "../Host/CoreUObject/TestProject.h"
 #include "CadrelJson.h"
+#include "CadrelRun.h"
 #include "HttpTestServers.h"
 #include "LipsyncServer.h"
 
@@ -8,7 +8,6 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,17 +18,6 @@
 class FProgramTest : public ::testing::Test
 {
 protected:
-    struct FRun
-    {
-        int ExitCode = -1;
-        std::string Out;
-        std::string Error;
-        bool IsOneLineFailure() const
-        {
-            return ExitCode != 0 && std::count(Error.begin(), Error.end(), '\n') == 1;
-        }
-    };
-
     void SetUp() override
     {
         Speech = FTestProject::Read(CADREL_DEMO_SPEECH);
@@ -37,19 +25,7 @@ protected:
         FTestProject::Write(Project.Root / "speech.wav", Speech);
     }
 
-    FRun Cadrel(const std::string& Arguments) const
-    {
-        const std::filesystem::path Out = Project.Root / ".out.txt";
-        const std::filesystem::path Error = Project.Root / ".error.txt";
-        const std::string Command = "cd '" + Project.Root.string() + "' && '" + CADREL_PROGRAM + "' " +
-                                    Arguments + " >'" + Out.string() + "' 2>'" + Error.string() + "'";
-        const int Status = std::system(Command.c_str());
-        FRun Run{WIFEXITED(Status) ? WEXITSTATUS(Status) : -1, FTestProject::Read(Out),
-                 FTestProject::Read(Error)};
-        std::filesystem::remove(Out);
-        std::filesystem::remove(Error);
-        return Run;
-    }
+    FCadrelRun Cadrel(const std::string& Arguments) const { return RunCadrel(Project.Root, Arguments); }
 
     // Everything in the project folder but the inputs the test put there.
     std::set<std::string> LeftBehind(const std::set<std::string>& Inputs = {"speech.wav"}) const
@@ -108,7 +84,7 @@ TEST_F(FProgramTest, LipsyncWritesEachFormatFromEitherServerKindAndNothingElse)
 {
     for (const char* Server : {"cloud", "a2f"})
     {
-        const FRun Run = Cadrel(std::string("lipsync speech.wav --out out --eyes --server ") + Server);
+        const FCadrelRun Run = Cadrel(std::string("lipsync speech.wav --out out --eyes --server ") + Server);
         ASSERT_EQ(Run.ExitCode, 0) << Run.Error;
         EXPECT_NE(Run.Out.find("speech.wav: "), std::string::npos) << Run.Out;
         EXPECT_EQ(LeftBehind(),
@@ -151,13 +127,13 @@ TEST_F(FProgramTest, BadWavFilesCostOneLineEachAndTheGoodOnesStillRun)
     for (const std::string Name :
          {"missing.wav", "folder.wav", "empty.wav", "text.wav", "cut.wav", "rate.wav", "channels.wav"})
     {
-        const FRun Run = Cadrel("lipsync " + Name + " --out out");
+        const FCadrelRun Run = Cadrel("lipsync " + Name + " --out out");
         EXPECT_TRUE(Run.IsOneLineFailure()) << Name << ": " << Run.Error;
         EXPECT_EQ(Run.Error.rfind("cadrel: " + Name + ": ", 0), 0u) << Run.Error;
         EXPECT_EQ(LeftBehind(Inputs), (std::set<std::string>{"out"})) << Name;
     }
 
-    const FRun Mixed = Cadrel("lipsync cut.wav speech.wav --out out --jobs 2");
+    const FCadrelRun Mixed = Cadrel("lipsync cut.wav speech.wav --out out --jobs 2");
     EXPECT_TRUE(Mixed.IsOneLineFailure()) << Mixed.Error;
     EXPECT_TRUE(std::filesystem::exists(Project.Root / "out/speech.json"));
 }
@@ -187,21 +163,21 @@ TEST_F(FProgramTest, ServerProblemsCostOneLineAndWriteNothing)
     };
     for (const auto& [Arguments, Expected] : Cases)
     {
-        const FRun Run = Cadrel("lipsync speech.wav --out out " + Arguments);
+        const FCadrelRun Run = Cadrel("lipsync speech.wav --out out " + Arguments);
         EXPECT_TRUE(Run.IsOneLineFailure()) << Arguments << ": " << Run.Error;
         EXPECT_NE(Run.Error.find(Expected), std::string::npos) << Run.Error;
         EXPECT_EQ(LeftBehind(), (std::set<std::string>{"out"})) << Arguments;
     }
     EXPECT_EQ(Cadrel("lipsync speech.wav --out out --token secret --url " + Guarded.BaseUrl()).ExitCode, 0);
 
-    const FRun Taken = Cadrel("serve --port " + std::to_string(Guarded.Port()));
+    const FCadrelRun Taken = Cadrel("serve --port " + std::to_string(Guarded.Port()));
     EXPECT_TRUE(Taken.IsOneLineFailure()) << Taken.Error;
     EXPECT_NE(Taken.Error.find("in use"), std::string::npos) << Taken.Error;
 }
 
 TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
 {
-    const FRun Streamed = Cadrel("stream speech.wav --chunk-ms 1000");
+    const FCadrelRun Streamed = Cadrel("stream speech.wav --chunk-ms 1000");
     ASSERT_EQ(Streamed.ExitCode, 0) << Streamed.Error;
     // Five seconds and a little more in one-second chunks, each with its line, then the summary.
     EXPECT_EQ(std::count(Streamed.Out.begin(), Streamed.Out.end(), '\n'), 7) << Streamed.Out;
@@ -211,7 +187,7 @@ TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
     FTestProject::Write(
         Project.Root / "take.json",
         R"({"exportFps":30,"facsNames":["jawOpen","mouthClose"],"weightMat":[[0.5,0],[0.25,1]]})");
-    const FRun Converted = Cadrel("convert take.json --format json,csv");
+    const FCadrelRun Converted = Cadrel("convert take.json --format json,csv");
     ASSERT_EQ(Converted.ExitCode, 0) << Converted.Error;
     const FCadrelZELResponse Animation = ReadBack(Project.Root / "take.json");
     EXPECT_EQ(Animation.FPS, 30);

@@ -1,37 +1,12 @@
-#include "../Host/CoreUObject/TestProject.h"
+#include "CadrelRun.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <string>
-#include <sys/wait.h>
 
 // The cadrel program as a user runs it, in a scratch project directory.
 class FSettingsCommandTest : public ::testing::Test
 {
 protected:
-    struct FRun
-    {
-        int ExitCode = -1;
-        std::string Out;
-        std::string Error;
-        bool IsOneLineFailure() const
-        {
-            return ExitCode != 0 && std::count(Error.begin(), Error.end(), '\n') == 1;
-        }
-    };
-
-    FRun Cadrel(const std::string& Arguments) const
-    {
-        const std::filesystem::path Out = Project.Root / "out.txt";
-        const std::filesystem::path Error = Project.Root / "error.txt";
-        const std::string Command = "ORVANE_PROJECT_DIR='" + Project.Root.string() + "' '" + CADREL_PROGRAM +
-                                    "' " + Arguments + " >'" + Out.string() + "' 2>'" + Error.string() + "'";
-        const int Status = std::system(Command.c_str());
-        return FRun{WIFEXITED(Status) ? WEXITSTATUS(Status) : -1, FTestProject::Read(Out),
-                    FTestProject::Read(Error)};
-    }
+    FCadrelRun Cadrel(const std::string& Arguments) const { return RunCadrel(Project.Root, Arguments); }
 
     std::filesystem::path SettingsFile() const { return Project.ConfigFile("DefaultCadrel.ini"); }
 
@@ -43,7 +18,7 @@ TEST_F(FSettingsCommandTest, ShowsWhereEachSettingCameFrom)
     EXPECT_NE(Cadrel("settings").Out.find("A2FURL=http://127.0.0.1:9011  # default"), std::string::npos);
     EXPECT_EQ(Cadrel("settings set a2furl http://host:1234").ExitCode, 0);
     EXPECT_EQ(Cadrel("settings set TimeStamp 9223372036854775807").ExitCode, 0);
-    const FRun Shown = Cadrel("settings");
+    const FCadrelRun Shown = Cadrel("settings");
     EXPECT_EQ(Shown.ExitCode, 0) << Shown.Error;
     EXPECT_TRUE(Shown.Error.empty()) << Shown.Error;
     EXPECT_NE(Shown.Out.find(SettingsFile().string()), std::string::npos);
@@ -69,7 +44,7 @@ TEST_F(FSettingsCommandTest, BadInputCostsOneLineAndANonZeroExitAndKeepsTheFile)
         FTestProject::Write(SettingsFile(), File);
         for (const char* Arguments : {"settings", "settings set TimeStamp 5"})
         {
-            const FRun Run = Cadrel(Arguments);
+            const FCadrelRun Run = Cadrel(Arguments);
             EXPECT_TRUE(Run.IsOneLineFailure()) << Arguments << ": " << Run.Error;
             EXPECT_NE(Run.Error.find(SettingsFile().string()), std::string::npos) << Run.Error;
             EXPECT_NE(FTestProject::Read(SettingsFile()).find(File), std::string::npos);
