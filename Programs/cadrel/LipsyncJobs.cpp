@@ -28,6 +28,11 @@ void FLipsyncJobs::Run(const std::vector<const TArray<uint8>*>& Audio, const FOn
     Running.clear();
     Done = 0;
     BytesOfFinished = 0;
+    BytesNotStarted = 0;
+    for (const TArray<uint8>* Bytes : Audio)
+    {
+        BytesNotStarted += Bytes->Num();
+    }
     const int32 Total = static_cast<int32>(Audio.size());
     int32 Next = 0;
     double LastTick = FPlatformTime::Seconds();
@@ -55,6 +60,7 @@ void FLipsyncJobs::Run(const std::vector<const TArray<uint8>*>& Audio, const FOn
 void FLipsyncJobs::Start(int32 Index, const TArray<uint8>& Audio)
 {
     FJob& Job = Jobs[Index];
+    BytesNotStarted -= Audio.Num();
     Job.Dispatcher = MakeShared<FCadrelBlendShape>();
     Job.Dispatcher->OnZELRequestComplete.BindLambda(
         [this, Index](FHttpRequestPtr, FHttpResponsePtr Response, bool bSucceeded)
@@ -139,7 +145,7 @@ FBatchProgress FLipsyncJobs::MeasureProgress() const
     Progress.Total = static_cast<int32>(Jobs.size());
     Progress.Done = Done;
     Progress.BytesSent = BytesOfFinished;
-    Progress.BytesToSend = BytesOfFinished;
+    Progress.BytesToSend = BytesOfFinished + BytesNotStarted;
     for (const int32 Index : Running)
     {
         Progress.BytesSent += Jobs[Index].BytesSent;

@@ -82,5 +82,7 @@ private:
     std::vector<int32> Running;
     int32 Done = 0;
     int64 BytesOfFinished = 0;
+    // The audio of the files not sent yet, so that the total is known from the start.
+    int64 BytesNotStarted = 0;
     const FOnFinished* OnFinishedCall = nullptr;
 };
