@@ -1,40 +1,14 @@
 #include "ConvertCommand.h"
 
 #include "CadrelJson.h"
+#include "RegularFile.h"
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace
 {
 // Exports of many minutes run to tens of megabytes; this bounds a mistaken path.
-constexpr std::size_t MaxExportBytes = std::size_t(1) << 30;
-
-bool ReadExportFile(const std::string& Path, TArray<uint8>& OutBytes, std::string& OutError)
-{
-    std::error_code Error;
-    if (!std::filesystem::is_regular_file(Path, Error))
-    {
-        OutError = Path + (std::filesystem::exists(Path, Error) ? ": not a regular file" : ": no such file");
-        return false;
-    }
-    const auto Size = std::filesystem::file_size(Path, Error);
-    std::ifstream File(Path, std::ios::binary);
-    if (Error || !File || Size > MaxExportBytes)
-    {
-        OutError = Path + (Size > MaxExportBytes ? ": larger than 1 GiB" : ": cannot be read");
-        return false;
-    }
-    OutBytes.SetNum(static_cast<int32>(Size));
-    if (!File.read(reinterpret_cast<char*>(OutBytes.GetData()), static_cast<std::streamsize>(Size)))
-    {
-        OutError = Path + ": cannot be read";
-        return false;
-    }
-    return true;
-}
+constexpr int64 MaxExportBytes = int64(1) << 30;
 } // namespace
 
 FConvertCommand::FConvertCommand(CLI::App& Parent)
@@ -50,7 +24,11 @@ int FConvertCommand::Run() const
     std::string Error;
     TArray<uint8> Bytes;
     FCadrelAudio2FaceBlendShapeInfo Export;
-    if (ReadExportFile(ExportPath, Bytes, Error))
+    if (!ReadRegularFile(ExportPath, MaxExportBytes, Bytes, Error))
+    {
+        Error = ExportPath + ": " + Error;
+    }
+    else
     {
         CadrelJson::StringToAudio2FaceResponse(Bytes, Export);
         // The reader leaves a text it cannot read as it found the record.
