@@ -54,7 +54,7 @@ run(async (Browser) => {
     check(Openings[0] > 10, "the widest vowel opens the lips " + Openings[0] + " units");
     if (process.env.CADREL_SCREENSHOT) {
         await clickTimelineAt(Page, Times[0]);
-        await (await Page.$("#face")).screenshot({ path: process.env.CADREL_SCREENSHOT });
+        await (await Page.$("main")).screenshot({ path: process.env.CADREL_SCREENSHOT });
     }
 
     await clickTimelineAt(Page, 0);
