@@ -63,6 +63,15 @@
             context: function () {
                 return Context;
             },
+            // Whether the browser lets the page start its sound unasked (a flag or a
+            // policy for local files); a page that may not waits for Play.
+            mayPlayUnasked: function () {
+                if (!AudioBuffer || !window.AudioContext) {
+                    return false;
+                }
+                Context = Context || new AudioContext();
+                return Context.state === "running";
+            },
             playing: function () {
                 return Playing;
             },
@@ -213,6 +222,9 @@
             }
         });
         show();
+        if (Clock.mayPlayUnasked()) {
+            play();
+        }
         window.CadrelPlayer = {
             face: Face,
             fps: Animation.Fps,
