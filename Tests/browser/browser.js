@@ -16,7 +16,6 @@ async function launch() {
             "--autoplay-policy=no-user-gesture-required",
             "--allow-file-access-from-files",
             "--disable-gpu",
-            "--mute-audio",
         ],
     });
 }

@@ -243,7 +243,7 @@
     // Lips, then the dark opening between them, the teeth and tongue seen through it,
     // and the seam where the lips meet, drawn last so closed lips still show it.
     function drawMouth(Defs, Parent, Id) {
-        const Lips = element(Parent, "path", { fill: "#c4626a", stroke: "#9c4650", "stroke-width": 0.8 });
+        const Lips = element(Parent, "path", { fill: "#c4626a", stroke: "#9c4650", "stroke-width": 0.8, class: "cadrel-lips" });
         const Clip = element(element(Defs, "clipPath", { id: Id }), "path", {});
         const Opening = element(Parent, "path", { fill: "#4a1820", stroke: "#6e2a33", "stroke-width": 1.1, "stroke-linejoin": "round" });
         const Inside = element(Parent, "g", { "clip-path": "url(#" + Id + ")" });
