@@ -63,14 +63,22 @@
             context: function () {
                 return Context;
             },
-            // Whether the browser lets the page start its sound unasked (a flag or a
-            // policy for local files); a page that may not waits for Play.
-            mayPlayUnasked: function () {
+            // Calls Then once the browser lets the page start its sound unasked (a flag,
+            // or a policy for local files); where it never does, the page waits for Play.
+            whenSoundAllowed: function (Then) {
                 if (!AudioBuffer || !window.AudioContext) {
-                    return false;
+                    return;
                 }
                 Context = Context || new AudioContext();
-                return Context.state === "running";
+                if (Context.state === "running") {
+                    Then();
+                    return;
+                }
+                Context.addEventListener("statechange", function () {
+                    if (Context.state === "running") {
+                        Then();
+                    }
+                }, { once: true });
             },
             playing: function () {
                 return Playing;
@@ -208,10 +216,14 @@
                 play();
             }
         };
+        // Once the user has pressed or clicked anything, the page never starts by itself.
+        let UserActed = false;
         Button.addEventListener("click", function () {
+            UserActed = true;
             Clock.playing() ? pause() : play();
         });
         Timeline.addEventListener("click", function (Event) {
+            UserActed = true;
             const Box = Timeline.getBoundingClientRect();
             seek(((Event.clientX - Box.left) / Box.width) * Duration);
         });
@@ -222,9 +234,11 @@
             }
         });
         show();
-        if (Clock.mayPlayUnasked()) {
-            play();
-        }
+        Clock.whenSoundAllowed(function () {
+            if (!UserActed) {
+                play();
+            }
+        });
         window.CadrelPlayer = {
             face: Face,
             fps: Animation.Fps,
