@@ -163,69 +163,72 @@
         return element(Svg, "line", { y1: 0, y2: TimelineHeight, stroke: "#2a211b", "stroke-width": 1.5, "vector-effect": "non-scaling-stroke" });
     }
 
-    function start(Animation, AudioBuffer) {
+    // The face, the playhead and the time line, all showing the frame under the clock.
+    function createPlayer(Animation, AudioBuffer) {
         const Face = CadrelFace.create(document.getElementById("face"));
         const Button = document.getElementById("play");
         const TimeText = document.getElementById("time");
         const FramesSeconds = Animation.Frames.length / Animation.Fps;
         const Duration = Math.max(FramesSeconds, AudioBuffer ? AudioBuffer.duration : 0) || 1;
         const Clock = createClock(AudioBuffer);
-        const Timeline = document.getElementById("timeline");
-        const Playhead = drawTimeline(Timeline, document.getElementById("legend"), Animation, Duration);
-        let Shown = -1;
+        const Playhead = drawTimeline(document.getElementById("timeline"), document.getElementById("legend"), Animation, Duration);
+        const Player = { Face: Face, Clock: Clock, Duration: Duration, Shown: -1 };
 
-        const frameAt = function (Time) {
-            return Math.min(Animation.Frames.length - 1, Math.max(0, Math.floor(Time * Animation.Fps + 1e-6)));
-        };
-        const show = function () {
+        Player.show = function () {
             const Time = Math.min(Clock.time(), Duration);
-            Shown = frameAt(Time);
-            if (Shown >= 0) {
-                Face.apply(Animation.Frames[Shown].Weights, Animation.Frames[Shown].Pose);
+            Player.Shown = Math.min(Animation.Frames.length - 1, Math.max(0, Math.floor(Time * Animation.Fps + 1e-6)));
+            if (Player.Shown >= 0) {
+                Face.apply(Animation.Frames[Player.Shown].Weights, Animation.Frames[Player.Shown].Pose);
             }
             const X = ((Time / Duration) * TimelineWidth).toFixed(1);
             Playhead.setAttribute("x1", X);
             Playhead.setAttribute("x2", X);
-            TimeText.textContent = Time.toFixed(2) + " / " + Duration.toFixed(2) + " s, frame " + Math.max(0, Shown);
+            TimeText.textContent = Time.toFixed(2) + " / " + Duration.toFixed(2) + " s, frame " + Math.max(0, Player.Shown);
         };
         const tick = function () {
             if (Clock.playing() && Clock.time() >= Duration) {
-                Clock.pause();
                 Clock.seek(Duration);
                 Button.textContent = "Play";
             }
-            show();
+            Player.show();
             if (Clock.playing()) {
                 requestAnimationFrame(tick);
             }
         };
-        const play = function () {
+        Player.play = function () {
             Clock.play(Duration);
             Button.textContent = "Pause";
             requestAnimationFrame(tick);
         };
-        const pause = function () {
+        Player.pause = function () {
             Clock.pause();
             Button.textContent = "Play";
-            show();
+            Player.show();
         };
-        const seek = function (Time) {
+        Player.seek = function (Time) {
             const Resume = Clock.seek(Math.min(Math.max(0, Time), Duration));
-            show();
+            Player.show();
             if (Resume) {
-                play();
+                Player.play();
             }
         };
-        // Once the user has pressed or clicked anything, the page never starts by itself.
+        return Player;
+    }
+
+    // Play/pause by the button or the space bar, seeking by a click on the time line, and
+    // playing unasked where the browser allows it, until the user has acted.
+    function bindControls(Player) {
+        const Button = document.getElementById("play");
+        const Timeline = document.getElementById("timeline");
         let UserActed = false;
         Button.addEventListener("click", function () {
             UserActed = true;
-            Clock.playing() ? pause() : play();
+            Player.Clock.playing() ? Player.pause() : Player.play();
         });
         Timeline.addEventListener("click", function (Event) {
             UserActed = true;
             const Box = Timeline.getBoundingClientRect();
-            seek(((Event.clientX - Box.left) / Box.width) * Duration);
+            Player.seek(((Event.clientX - Box.left) / Box.width) * Player.Duration);
         });
         document.addEventListener("keydown", function (Event) {
             if (Event.key === " " && Event.target === document.body) {
@@ -233,37 +236,29 @@
                 Button.click();
             }
         });
-        show();
-        Clock.whenSoundAllowed(function () {
+        Player.Clock.whenSoundAllowed(function () {
             if (!UserActed) {
-                play();
+                Player.play();
             }
         });
+    }
+
+    function start(Animation, AudioBuffer) {
+        const Player = createPlayer(Animation, AudioBuffer);
+        Player.show();
+        bindControls(Player);
+        // What the browser tests read; the page itself does not use it.
         window.CadrelPlayer = {
-            face: Face,
+            face: Player.Face,
             fps: Animation.Fps,
-            duration: Duration,
+            duration: Player.Duration,
             frameCount: Animation.Frames.length,
-            shownFrame: function () {
-                return Shown;
-            },
-            frameWeights: function (Index) {
-                return Animation.Frames[Index].Weights;
-            },
-            time: function () {
-                return Clock.time();
-            },
-            audioClock: function () {
-                const Context = Clock.context();
-                return Context ? Context.currentTime : null;
-            },
             hasAudio: !!AudioBuffer,
-            playing: function () {
-                return Clock.playing();
-            },
-            play: play,
-            pause: pause,
-            seek: seek,
+            shownFrame: () => Player.Shown,
+            frameWeights: (Index) => Animation.Frames[Index].Weights,
+            time: () => Player.Clock.time(),
+            audioClock: () => (Player.Clock.context() ? Player.Clock.context().currentTime : null),
+            playing: () => Player.Clock.playing(),
         };
     }
 
