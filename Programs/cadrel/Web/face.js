@@ -69,6 +69,7 @@
         return { HalfWidth: HalfWidth, Lift: Lift };
     }
 
+    // The mouth in the viewer's terms: its Left corner is the face's Right one.
     function mouthShape(Weights) {
         const Pucker = weightOf(Weights, "mouthPucker");
         const Funnel = weightOf(Weights, "mouthFunnel");
