@@ -3,6 +3,9 @@
 namespace
 {
 constexpr int PayloadTooLarge = 413;
+// A client still writing when the server closes gets a reset, which loses the 413
+// it was sent; reading on past the limit lets any ordinary client finish writing.
+constexpr std::size_t DrainAllowance = std::size_t{1} << 20;
 
 FRequestError TooLarge(std::size_t MaxBody)
 {
@@ -32,9 +35,13 @@ TOrError<FForm> ReadForm(const httplib::Request& Request, httplib::Response& Res
         [&](const char* Data, std::size_t Size)
         {
             Received += Size;
-            if (Received > MaxBody || Form.empty())
+            if (Received > MaxBody)
             {
-                bTooLarge = Received > MaxBody;
+                bTooLarge = true;
+                return Received - MaxBody <= DrainAllowance;
+            }
+            if (Form.empty())
+            {
                 return false;
             }
             Form.back().Content.append(Data, Size);

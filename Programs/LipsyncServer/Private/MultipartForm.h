@@ -20,8 +20,9 @@ using FForm = std::vector<FFormPart>;
 
 // Reads a multipart/form-data body through cpp-httplib's multipart reader as it
 // arrives. More than MaxBody bytes of content is a 413, whether the client
-// announced the length or sent chunks; a body that is not a well-formed form is a
-// 400.
+// announced the length or sent chunks (the rest of a chunked body is read and
+// dropped up to 1 MiB past the limit, so the client lives to read the 413); a body
+// that is not a well-formed form is a 400.
 TOrError<FForm> ReadForm(const httplib::Request& Request, httplib::Response& Response,
                          const httplib::ContentReader& Reader, std::size_t MaxBody);
 

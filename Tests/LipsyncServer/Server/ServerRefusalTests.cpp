@@ -165,13 +165,12 @@ TEST_F(FServerFixture, TokenIsRequiredWhenSet)
 
 TEST_F(FServerFixture, BodyOverTheLimitIsAnsweredWith413)
 {
-    const std::string Audio = MakeWav({.Seconds = 3.0});
+    const std::string Audio = MakeWav({.Seconds = 20.0});
     const std::string Body = ModuleBody(RequestDocument(), Audio);
-    // Only a little over the limit: the server answers once it has read the limit,
-    // and a client still writing a long rest by then would see its connection
-    // closed under it instead of the answer.
+    // Far enough over the limit that the client is still writing when the server
+    // has read the limit: the answer must not be lost to a reset connection.
     FLipsyncServerOptions Options;
-    Options.MaxBody = Body.size() - 4096;
+    Options.MaxBody = Body.size() / 2;
     StartServer(Options);
     const auto Announced =
         Client->Post("/dh/api/v2/zel", ModuleHeaders(Audio.size()), Body, ModuleContentType);
