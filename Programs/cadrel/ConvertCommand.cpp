@@ -46,7 +46,8 @@ int FConvertCommand::Run() const
     if (Error.empty() && PrepareOutputDirectory(Output, Error))
     {
         FCadrelZELResponse Animation;
-        CadrelJson::Audio2FaceBlendShapeToZELResponse(Export, Animation, 1.0);
+        // Moved, not copied: a long take's weights are most of the program's memory.
+        CadrelJson::Audio2FaceBlendShapeToZELResponse(std::move(Export), Animation, 1.0);
         WriteAnimationFiles(Output, OutputStem(ExportPath), Animation, {}, 0, Paths, Error);
     }
     if (!Error.empty())
