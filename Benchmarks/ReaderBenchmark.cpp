@@ -221,7 +221,7 @@ public:
                             Reader.Name, VsDom, VsOnDemand);
                 if (Reader.Target > 0.0)
                 {
-                    std::printf("  (target %.1fx: %s)", Reader.Target,
+                    std::printf("  (target %.2fx: %s)", Reader.Target,
                                 VsDom >= Reader.Target ? "met" : "MISSED");
                 }
                 std::printf("\n");

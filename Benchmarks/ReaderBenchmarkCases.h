@@ -39,8 +39,8 @@ struct FReaderName
     // Least throughput against the DOM baseline that the reader must reach.
     double Target;
 };
-inline constexpr FReaderName Readers[] = {{"FastBytes", EReader::FastBytes, 0.8},
-                                          {"FastText", EReader::FastText, 0.5},
+inline constexpr FReaderName Readers[] = {{"FastBytes", EReader::FastBytes, 1.0},
+                                          {"FastText", EReader::FastText, 0.95},
                                           {"GeneralText", EReader::GeneralText, 0.0}};
 
 // One document in the three forms a caller may hold it.

@@ -1,5 +1,8 @@
 #include "AnimationCsv.h"
 
+#include "NumberTexts.h"
+#include "TextOutput.h"
+
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -28,15 +31,9 @@ void AppendField(std::string& Out, std::string_view Field)
     Out += '"';
 }
 
-void AppendNumber(std::string& Out, double Value)
+char* WriteNumber(char* At, FNumberTexts& Texts, double Value)
 {
-    if (!std::isfinite(Value))
-    {
-        return;
-    }
-    char Buffer[32];
-    const std::to_chars_result Result = std::to_chars(Buffer, Buffer + sizeof(Buffer), Value);
-    Out.append(Buffer, Result.ptr);
+    return std::isfinite(Value) ? Texts.Write(At, Value) : At;
 }
 
 void AppendHeader(std::string& Out, const FCadrelZELResponse& Animation)
@@ -59,52 +56,61 @@ void AppendHeader(std::string& Out, const FCadrelZELResponse& Animation)
     Out += LineEnd;
 }
 
-void AppendRow(std::string& Out, const FCadrelZELResponse& Animation, int32 Index)
+// A row's room: the frame number, then each cell's comma and longest number.
+SIZE_T RowRoom(SIZE_T Cells)
+{
+    return 16 + LineEnd.size() + Cells * (MaxJsonNumberLength + 1);
+}
+
+void AppendRow(FTextOutput& Out, FNumberTexts& Texts, const FCadrelZELResponse& Animation, int32 Index,
+               SIZE_T Cells)
 {
     const FCadrelFaceFrames& Frame = Animation.Frames[Index];
-    char Buffer[16];
-    Out.append(Buffer, std::to_chars(Buffer, Buffer + sizeof(Buffer), Index).ptr);
-    Out += ',';
+    char* At = Out.Room(RowRoom(Cells));
+    At = std::to_chars(At, At + 16, Index).ptr;
+    *At++ = ',';
     if (Animation.FPS > 0)
     {
-        AppendNumber(Out, static_cast<double>(Index) / Animation.FPS);
+        At = WriteNumber(At, Texts, static_cast<double>(Index) / Animation.FPS);
     }
     for (int32 Column = 0; Column < Animation.BlendShapesNames.Num(); ++Column)
     {
-        Out += ',';
+        *At++ = ',';
         if (Frame.Blendshapes.IsValidIndex(Column))
         {
-            AppendNumber(Out, Frame.Blendshapes[Column]);
+            At = WriteNumber(At, Texts, Frame.Blendshapes[Column]);
         }
     }
     for (int32 Bone = 0; Bone < Animation.BonesNames.Num(); ++Bone)
     {
         if (!Frame.Bones.IsValidIndex(Bone))
         {
-            Out += ",,,";
+            At = WriteAscii(At, ",,,");
             continue;
         }
         const FVector& Value = Frame.Bones[Bone].BoneValue;
         for (const double Component : {Value.X, Value.Y, Value.Z})
         {
-            Out += ',';
-            AppendNumber(Out, Component);
+            *At++ = ',';
+            At = WriteNumber(At, Texts, Component);
         }
     }
-    Out += LineEnd;
+    Out.Advance(WriteAscii(At, "\r\n"));
 }
 } // namespace
 
 std::string AnimationToCsv(const FCadrelZELResponse& Animation)
 {
-    std::string Csv;
+    const SIZE_T Cells = 1 + Animation.BlendShapesNames.Num() + 3 * SIZE_T(Animation.BonesNames.Num());
+    std::string Header;
+    AppendHeader(Header, Animation);
     // About eight bytes a cell, so a long animation grows its buffer a few times at most.
-    const std::size_t CellsPerRow = 2 + Animation.BlendShapesNames.Num() + 3 * Animation.BonesNames.Num();
-    Csv.reserve(64 + static_cast<std::size_t>(Animation.Frames.Num() + 1) * CellsPerRow * 8);
-    AppendHeader(Csv, Animation);
+    FTextOutput Out(Header.size() + static_cast<SIZE_T>(Animation.Frames.Num()) * Cells * 8);
+    Out.Append(Header);
+    FNumberTexts Texts;
     for (int32 Index = 0; Index < Animation.Frames.Num(); ++Index)
     {
-        AppendRow(Csv, Animation, Index);
+        AppendRow(Out, Texts, Animation, Index, Cells);
     }
-    return Csv;
+    return std::move(Out).Take();
 }

@@ -50,11 +50,13 @@ int FConvertCommand::Run() const
     {
         ReadWavFile(AudioPath, Audio, Error);
     }
+    const int32 Frames = Export.WeightMat.Num();
     std::vector<std::string> Paths;
     if (Error.empty() && PrepareOutputDirectory(Output, Error))
     {
         FCadrelZELResponse Animation;
-        CadrelJson::Audio2FaceBlendShapeToZELResponse(Export, Animation, 1.0);
+        // Moved, not copied: a long take's weights are most of the program's memory.
+        CadrelJson::Audio2FaceBlendShapeToZELResponse(std::move(Export), Animation, 1.0);
         WriteAnimationFiles(Output, OutputStem(ExportPath), Animation, Audio.Mono, Audio.SampleRate, Paths,
                             Error);
     }
@@ -63,7 +65,7 @@ int FConvertCommand::Run() const
         std::fprintf(stderr, "cadrel: %s\n", Error.c_str());
         return 1;
     }
-    std::string Line = ExportPath + ": " + std::to_string(Export.WeightMat.Num()) + " frames at " +
+    std::string Line = ExportPath + ": " + std::to_string(Frames) + " frames at " +
                        std::to_string(Export.ExportFps) + " fps";
     for (std::size_t Index = 0; Index < Paths.size(); ++Index)
     {

@@ -1,6 +1,7 @@
 #include "Containers/String.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <utf8.h>
 
@@ -55,10 +56,17 @@ FString FString::FromUTF8(std::string_view Utf8)
 
 std::string FString::ToUTF8() const
 {
-    std::string Result;
-    Result.reserve(Data.size());
+    // Host text is nearly all ASCII: the ASCII lead is narrowed in one bulk copy,
+    // and only the rest goes unit by unit.
+    const auto FirstWide = std::find_if(Data.begin(), Data.end(), [](TCHAR Unit) { return Unit >= 0x80; });
+    std::string Result(Data.begin(), FirstWide);
     const SIZE_T Count = Data.size();
-    for (SIZE_T Index = 0; Index < Count; ++Index)
+    if (FirstWide == Data.end())
+    {
+        return Result;
+    }
+    Result.reserve(Count + (Count - Result.size()) * 2);
+    for (SIZE_T Index = Result.size(); Index < Count; ++Index)
     {
         uint32 Unit = Data[Index];
         if (Unit < 0x80)
@@ -82,8 +90,9 @@ std::string FString::ToUTF8() const
 
 void FString::AppendInt(int32 Value)
 {
-    const std::string Digits = std::to_string(Value);
-    Data.append(Digits.begin(), Digits.end());
+    char Digits[16];
+    const std::to_chars_result Result = std::to_chars(Digits, Digits + sizeof(Digits), Value);
+    Data.append(Digits, Result.ptr);
 }
 
 FString FString::FromInt(int32 Value)

@@ -1,80 +1,113 @@
 #include "Serialization/JsonStringEscape.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
 namespace
 {
-bool NeedsEscape(TCHAR Unit)
+// Both text forms escape alike: every unit that needs it is ASCII, and UTF-8
+// continuation bytes are all 0x80 or above.
+template <typename UnitType> bool NeedsEscape(UnitType Unit)
 {
-    return Unit < 0x20 || Unit == u'"' || Unit == u'\\';
+    return static_cast<uint32>(Unit) < 0x20 || Unit == '"' || Unit == '\\';
 }
 
-void AppendEscape(FString& Out, TCHAR Unit)
+void AppendText(std::string& Out, std::string_view Text)
 {
-    static constexpr TCHAR Hex[] = u"0123456789abcdef";
+    Out.append(Text);
+}
+
+void AppendText(FString& Out, std::u16string_view Text)
+{
+    Out.Append(Text);
+}
+
+void AppendAscii(std::string& Out, std::string_view Ascii)
+{
+    Out.append(Ascii);
+}
+
+// Escapes are at most six characters.
+void AppendAscii(FString& Out, std::string_view Ascii)
+{
+    TCHAR Wide[8];
+    const SIZE_T Count = std::min(Ascii.size(), std::size(Wide));
+    std::copy_n(Ascii.begin(), Count, Wide);
+    Out.Append(Wide, static_cast<int32>(Count));
+}
+
+template <typename StringType, typename UnitType> void AppendEscape(StringType& Out, UnitType Unit)
+{
+    static constexpr char Hex[] = "0123456789abcdef";
     switch (Unit)
     {
-    case u'\\':
-        Out.Append(TEXT("\\\\"));
-        break;
-    case u'"':
-        Out.Append(TEXT("\\\""));
-        break;
-    case u'\b':
-        Out.Append(TEXT("\\b"));
-        break;
-    case u'\f':
-        Out.Append(TEXT("\\f"));
-        break;
-    case u'\n':
-        Out.Append(TEXT("\\n"));
-        break;
-    case u'\r':
-        Out.Append(TEXT("\\r"));
-        break;
-    case u'\t':
-        Out.Append(TEXT("\\t"));
-        break;
+    case '\\':
+        return AppendAscii(Out, "\\\\");
+    case '"':
+        return AppendAscii(Out, "\\\"");
+    case '\b':
+        return AppendAscii(Out, "\\b");
+    case '\f':
+        return AppendAscii(Out, "\\f");
+    case '\n':
+        return AppendAscii(Out, "\\n");
+    case '\r':
+        return AppendAscii(Out, "\\r");
+    case '\t':
+        return AppendAscii(Out, "\\t");
     default:
     {
-        const TCHAR Escape[] = {u'\\', u'u', u'0', u'0', Hex[Unit >> 4], Hex[Unit & 0xF]};
-        Out.Append(Escape, 6);
+        const char Escape[] = {'\\', 'u', '0', '0', Hex[Unit >> 4], Hex[Unit & 0xF]};
+        return AppendAscii(Out, std::string_view(Escape, sizeof(Escape)));
     }
     }
+}
+
+// Most keys and values need no escape at all: clean runs are copied in one go.
+template <typename StringType, typename UnitType>
+void AppendQuoted(StringType& Out, std::basic_string_view<UnitType> Text)
+{
+    AppendAscii(Out, "\"");
+    SIZE_T RunStart = 0;
+    for (SIZE_T Index = 0; Index < Text.size(); ++Index)
+    {
+        if (NeedsEscape(Text[Index]))
+        {
+            AppendText(Out, Text.substr(RunStart, Index - RunStart));
+            AppendEscape(Out, Text[Index]);
+            RunStart = Index + 1;
+        }
+    }
+    AppendText(Out, Text.substr(RunStart));
+    AppendAscii(Out, "\"");
 }
 } // namespace
 
 void AppendEscapedJsonString(FString& Out, const FString& Text)
 {
-    const std::u16string_view View = Text.View();
-    Out.AppendChar(u'"');
-    // Most keys and values need no escape at all: copy clean runs in one go.
-    SIZE_T RunStart = 0;
-    for (SIZE_T Index = 0; Index < View.size(); ++Index)
+    AppendQuoted(Out, Text.View());
+}
+
+void AppendEscapedJsonString(std::string& Out, std::string_view Utf8)
+{
+    AppendQuoted(Out, Utf8);
+}
+
+char* WriteJsonNumber(char* Out, double Value)
+{
+    if (!std::isfinite(Value))
     {
-        if (NeedsEscape(View[Index]))
-        {
-            Out.Append(View.substr(RunStart, Index - RunStart));
-            AppendEscape(Out, View[Index]);
-            RunStart = Index + 1;
-        }
+        return std::copy_n("null", 4, Out);
     }
-    Out.Append(View.substr(RunStart));
-    Out.AppendChar(u'"');
+    return std::to_chars(Out, Out + MaxJsonNumberLength, Value).ptr;
 }
 
 void AppendJsonNumber(FString& Out, double Value)
 {
-    if (!std::isfinite(Value))
-    {
-        Out.Append(TEXT("null"));
-        return;
-    }
-    char Buffer[32];
-    const std::to_chars_result Result = std::to_chars(Buffer, Buffer + sizeof(Buffer), Value);
-    for (const char* Char = Buffer; Char != Result.ptr; ++Char)
-    {
-        Out.AppendChar(static_cast<TCHAR>(*Char));
-    }
+    char Ascii[MaxJsonNumberLength];
+    char* End = WriteJsonNumber(Ascii, Value);
+    TCHAR Wide[MaxJsonNumberLength];
+    std::copy(Ascii, End, Wide);
+    Out.Append(Wide, static_cast<int32>(End - Ascii));
 }

@@ -46,6 +46,12 @@ CADRELBLENDSHAPE_API void StringToAudio2FaceResponse(const TArray<uint8>& Utf8Js
 CADRELBLENDSHAPE_API void Audio2FaceBlendShapeToZELResponse(const FCadrelAudio2FaceBlendShapeInfo& InInfo,
                                                             FCadrelZELResponse& OutResponse,
                                                             double WeightScale);
+// The same for an export no longer needed: its rows' weights are moved rather than
+// copied, which spares a long take its size in fresh memory, and InInfo's rows are
+// left empty.
+CADRELBLENDSHAPE_API void Audio2FaceBlendShapeToZELResponse(FCadrelAudio2FaceBlendShapeInfo&& InInfo,
+                                                            FCadrelZELResponse& OutResponse,
+                                                            double WeightScale);
 
 // Reads where the Velk link listens and how long the audio runs.
 CADRELBLENDSHAPE_API void StringToVelkInfo(const FString& JsonString, FCadrelVelkInfo& OutInfo);

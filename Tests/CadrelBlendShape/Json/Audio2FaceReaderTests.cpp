@@ -58,29 +58,35 @@ TEST_P(Audio2FaceReader, AbsentCountsBecomeZeroAndOddRowsStayAligned)
 
 TEST(Audio2FaceConversion, KeepsBonesOfExistingFramesAndReplacesNames)
 {
-    FCadrelAudio2FaceBlendShapeInfo Info;
-    Info.ExportFps = 30;
-    Info.FacsNames = {TEXT("a")};
-    Info.WeightMat.SetNum(2);
-    Info.WeightMat[0].Weight = {0.5, 0.25, 1.0};
-    Info.WeightMat[1].Weight = {1.0};
-
-    FCadrelZELResponse Response;
-    Response.Version = TEXT("kept");
-    Response.BlendShapesNames = {TEXT("x"), TEXT("y")};
-    Response.Frames.SetNum(5);
-    for (FCadrelFaceFrames& Frame : Response.Frames)
+    // The copying and the moving conversion give the same response.
+    for (const bool bMove : {false, true})
     {
-        Frame.Blendshapes = {9.0, 9.0};
-        Frame.Bones.AddDefaulted();
+        FCadrelAudio2FaceBlendShapeInfo Info;
+        Info.ExportFps = 30;
+        Info.FacsNames = {TEXT("a")};
+        Info.WeightMat.SetNum(2);
+        Info.WeightMat[0].Weight = {0.5, 0.25, 1.0};
+        Info.WeightMat[1].Weight = {1.0};
+
+        FCadrelZELResponse Response;
+        Response.Version = TEXT("kept");
+        Response.BlendShapesNames = {TEXT("x"), TEXT("y")};
+        Response.Frames.SetNum(5);
+        for (FCadrelFaceFrames& Frame : Response.Frames)
+        {
+            Frame.Blendshapes = {9.0, 9.0};
+            Frame.Bones.AddDefaulted();
+        }
+        bMove ? CadrelJson::Audio2FaceBlendShapeToZELResponse(std::move(Info), Response, 2.0)
+              : CadrelJson::Audio2FaceBlendShapeToZELResponse(Info, Response, 2.0);
+        EXPECT_EQ(Response.BlendShapesNames, (TArray<FString>{TEXT("a")})) << bMove;
+        ASSERT_EQ(Response.Frames.Num(), 2) << bMove;
+        EXPECT_EQ(Response.Frames[0].Blendshapes, (TArray<double>{1.0, 0.5, 2.0})) << bMove;
+        EXPECT_EQ(Response.Frames[1].Blendshapes, (TArray<double>{2.0})) << bMove;
+        EXPECT_EQ(Response.Frames[1].Bones.Num(), 1) << bMove;
+        EXPECT_EQ(Response.Version.GetStd(), u"kept") << bMove;
+        EXPECT_EQ(Response.FPS, 30) << bMove;
     }
-    CadrelJson::Audio2FaceBlendShapeToZELResponse(Info, Response, 1.0);
-    EXPECT_EQ(Response.BlendShapesNames, (TArray<FString>{TEXT("a")}));
-    ASSERT_EQ(Response.Frames.Num(), 2);
-    EXPECT_EQ(Response.Frames[0].Blendshapes, (TArray<double>{0.5, 0.25, 1.0}));
-    EXPECT_EQ(Response.Frames[1].Blendshapes, (TArray<double>{1.0}));
-    EXPECT_EQ(Response.Frames[1].Bones.Num(), 1);
-    EXPECT_EQ(Response.Version.GetStd(), u"kept");
 
     FCadrelZELResponse FromDefault;
     CadrelJson::Audio2FaceBlendShapeToZELResponse(FCadrelAudio2FaceBlendShapeInfo(), FromDefault, 1.0);

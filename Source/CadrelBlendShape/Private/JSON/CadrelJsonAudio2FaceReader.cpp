@@ -34,6 +34,14 @@ void ReadExport(const FJsonObject& Object, FCadrelAudio2FaceBlendShapeInfo& Out)
     }
 }
 
+// The response's fields besides its frames; Version stays as it was.
+void SetExportHeader(const FCadrelAudio2FaceBlendShapeInfo& InInfo, FCadrelZELResponse& OutResponse)
+{
+    OutResponse.BlendShapesNames = InInfo.FacsNames;
+    OutResponse.FPS = InInfo.ExportFps;
+    // Callers tell a converted export by this Platform text.
+    OutResponse.Platform = TEXT("1.0.0");
+}
 } // namespace
 
 void CadrelJson::StringToAudio2FaceResponse_Internal(const FString& JsonString,
@@ -53,7 +61,6 @@ void CadrelJson::StringToAudio2FaceResponse_Internal(const TArray<uint8>& Utf8Js
 void CadrelJson::Audio2FaceBlendShapeToZELResponse(const FCadrelAudio2FaceBlendShapeInfo& InInfo,
                                                    FCadrelZELResponse& OutResponse, double WeightScale)
 {
-    OutResponse.BlendShapesNames = InInfo.FacsNames;
     OutResponse.Frames.SetNum(InInfo.WeightMat.Num());
     for (int32 FrameIndex = 0; FrameIndex < InInfo.WeightMat.Num(); ++FrameIndex)
     {
@@ -65,7 +72,26 @@ void CadrelJson::Audio2FaceBlendShapeToZELResponse(const FCadrelAudio2FaceBlendS
             Weights[Column] = WeightScale * Row[Column];
         }
     }
-    OutResponse.FPS = InInfo.ExportFps;
-    // Callers tell a converted export by this Platform text; Version stays as it was.
-    OutResponse.Platform = TEXT("1.0.0");
+    SetExportHeader(InInfo, OutResponse);
+}
+
+void CadrelJson::Audio2FaceBlendShapeToZELResponse(FCadrelAudio2FaceBlendShapeInfo&& InInfo,
+                                                   FCadrelZELResponse& OutResponse, double WeightScale)
+{
+    OutResponse.Frames.SetNum(InInfo.WeightMat.Num());
+    for (int32 FrameIndex = 0; FrameIndex < InInfo.WeightMat.Num(); ++FrameIndex)
+    {
+        TArray<double>& Weights = OutResponse.Frames[FrameIndex].Blendshapes;
+        Weights = std::move(InInfo.WeightMat[FrameIndex].Weight);
+        InInfo.WeightMat[FrameIndex].Weight.Empty();
+        // Multiplying by 1 changes no weight that JSON can carry.
+        if (WeightScale != 1.0)
+        {
+            for (double& Weight : Weights)
+            {
+                Weight *= WeightScale;
+            }
+        }
+    }
+    SetExportHeader(InInfo, OutResponse);
 }
