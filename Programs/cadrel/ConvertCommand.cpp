@@ -1,5 +1,6 @@
 #include "ConvertCommand.h"
 
+#include "Audio2FaceExport.h"
 #include "CadrelJson.h"
 #include "RegularFile.h"
 #include "WavFile.h"
@@ -31,19 +32,14 @@ int FConvertCommand::Run() const
     {
         Error = ExportPath + ": " + Error;
     }
-    else
+    else if (!ReadAudio2FaceExport(Bytes, Export))
     {
-        CadrelJson::StringToAudio2FaceResponse(Bytes, Export);
-        // The reader leaves a text it cannot read as it found the record.
-        if (Export.ExportFps == FCadrelAudio2FaceBlendShapeInfo().ExportFps)
-        {
-            Error = ExportPath + ": not an Audio2Face export (no JSON object with exportFps)";
-        }
-        else if (Export.ExportFps <= 0 || Export.WeightMat.Num() == 0)
-        {
-            Error = ExportPath + ": the export has " + std::to_string(Export.WeightMat.Num()) +
-                    " frames at " + std::to_string(Export.ExportFps) + " fps; nothing to convert";
-        }
+        Error = ExportPath + ": not an Audio2Face export (no JSON object with exportFps)";
+    }
+    else if (Export.ExportFps <= 0 || Export.WeightMat.Num() == 0)
+    {
+        Error = ExportPath + ": the export has " + std::to_string(Export.WeightMat.Num()) + " frames at " +
+                std::to_string(Export.ExportFps) + " fps; nothing to convert";
     }
     FWavFile Audio;
     if (Error.empty() && !AudioPath.empty())

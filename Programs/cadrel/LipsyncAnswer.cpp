@@ -1,5 +1,6 @@
 #include "LipsyncAnswer.h"
 
+#include "Audio2FaceExport.h"
 #include "CadrelJson.h"
 #include "Dom/JsonObject.h"
 #include "Serialization/JsonReader.h"
@@ -41,8 +42,7 @@ std::string DescribeRefusal(const TArray<uint8>& Body)
 bool ReadExport(const TArray<uint8>& Body, FCadrelZELResponse& OutAnimation)
 {
     FCadrelAudio2FaceBlendShapeInfo Export;
-    CadrelJson::StringToAudio2FaceResponse(Body, Export);
-    if (Export.ExportFps == FCadrelAudio2FaceBlendShapeInfo().ExportFps)
+    if (!ReadAudio2FaceExport(Body, Export))
     {
         return false;
     }

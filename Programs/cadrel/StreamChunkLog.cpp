@@ -60,7 +60,9 @@ void FStreamChunkLog::OnAnswer(const IHttpRequest& Request, const IHttpResponse&
     }
     const FSent Entry = *Sent;
     Waiting.erase(Sent);
-    const double RoundTrip = FPlatformTime::Seconds() - Entry.SentAt;
+    // The host times the exchange from its start to the moment the answer arrived
+    // on its worker, which the tick that delivers it can follow by a tick or more.
+    const double RoundTrip = Request.GetElapsedTime();
     FCadrelZELResponse Animation;
     std::string Error;
     if (!ReadAnswer(Response, Format, Animation, Error))

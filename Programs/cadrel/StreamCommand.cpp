@@ -14,7 +14,7 @@
 namespace
 {
 // The queue waits tenths of a second and answers take milliseconds; ticking every
-// millisecond keeps both on time and the round trips measured true.
+// millisecond keeps both on time. The round trips come from the host's own clock.
 constexpr auto TickWait = std::chrono::milliseconds(1);
 
 FCadrelVelkStreamQueueElement MakeChunkElement(const FCadrelZELRequest& Request, const FLipsyncTarget& Server,

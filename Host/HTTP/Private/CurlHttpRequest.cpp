@@ -199,9 +199,10 @@ void FCurlHttpRequest::DeliverHeader(const FString& Name, const FString& Value)
     HeaderDelegate.ExecuteIfBound(AsShared().ToSharedPtr(), Name, Value);
 }
 
-void FCurlHttpRequest::DeliverCompletion(const FHttpResponsePtr& Response, bool bSucceeded)
+void FCurlHttpRequest::DeliverCompletion(const FHttpResponsePtr& Response, bool bSucceeded,
+                                         double CompletedSeconds)
 {
     Status = bSucceeded ? EHttpRequestStatus::Succeeded : EHttpRequestStatus::Failed;
-    EndSeconds = FPlatformTime::Seconds();
+    EndSeconds = CompletedSeconds;
     CompleteDelegate.ExecuteIfBound(AsShared().ToSharedPtr(), Response, bSucceeded);
 }

@@ -41,7 +41,7 @@ public:
     // Called by the manager's tick.
     void DeliverProgress(int32 BytesSent, int32 BytesReceived);
     void DeliverHeader(const FString& Name, const FString& Value);
-    void DeliverCompletion(const FHttpResponsePtr& Response, bool bSucceeded);
+    void DeliverCompletion(const FHttpResponsePtr& Response, bool bSucceeded, double CompletedSeconds);
 
 private:
     // Why the request cannot go out as it is, or empty text.

@@ -4,6 +4,7 @@
 
 void FHttpEventQueue::Push(FHttpEvent&& Event)
 {
+    Event.Seconds = FPlatformTime::Seconds();
     {
         std::lock_guard<std::mutex> Lock(Mutex);
         Events.push_back(std::move(Event));

@@ -24,6 +24,9 @@ struct FHttpEvent
     FString Value;
     FHttpResponsePtr Response;
     bool bSucceeded = false;
+    // When the event happened, on the thread that saw it: a completion is timed
+    // when the transfer ended, not when a later tick delivers it.
+    double Seconds = 0.0;
 };
 
 struct FHttpProgress

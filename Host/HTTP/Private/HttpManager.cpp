@@ -172,7 +172,7 @@ void FHttpManager::Tick(float)
         }
         else if (Delivery.bCancelled)
         {
-            Request.DeliverCompletion(nullptr, false);
+            Request.DeliverCompletion(nullptr, false, Delivery.Event->Seconds);
         }
         else
         {
@@ -181,7 +181,8 @@ void FHttpManager::Tick(float)
                 ORV_LOG(LogHttp, Log, TEXT("Request to %s failed: %s"), *Request.GetURL(),
                         *Delivery.Event->Value);
             }
-            Request.DeliverCompletion(Delivery.Event->Response, Delivery.Event->bSucceeded);
+            Request.DeliverCompletion(Delivery.Event->Response, Delivery.Event->bSucceeded,
+                                      Delivery.Event->Seconds);
         }
     }
 }

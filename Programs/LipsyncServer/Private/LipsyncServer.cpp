@@ -1,6 +1,7 @@
 #include "LipsyncServer.h"
 
 #include "AccessLog.h"
+#include "IdleConnections.h"
 #include "LipsyncEndpoints.h"
 
 #include <httplib.h>
@@ -38,6 +39,7 @@ struct FLipsyncServer::FImpl
     FLipsyncServerOptions Options;
     httplib::Server Http;
     FLipsyncEndpoints Endpoints;
+    FIdleConnections Connections;
     std::thread Listener;
     std::atomic<bool> bListenerDone{false};
     socket_t ListenSocket = INVALID_SOCKET;
@@ -58,9 +60,10 @@ void FLipsyncServer::FImpl::Configure()
     // (so the client sees the answer); chunked bodies are counted by ReadForm.
     Http.set_payload_max_length(Options.MaxBody);
     Http.set_pre_routing_handler(
-        [](const httplib::Request&, httplib::Response&)
+        [this](const httplib::Request& Request, httplib::Response&)
         {
             AccessLog::MarkStart();
+            Connections.MarkBusy(Request);
             return httplib::Server::HandlerResponse::Unhandled;
         });
     // Refusals cpp-httplib makes itself (unknown path, malformed request, 413)
@@ -78,10 +81,16 @@ void FLipsyncServer::FImpl::Configure()
     Http.set_exception_handler(
         [](const httplib::Request&, httplib::Response& Response, std::exception_ptr)
         { Refuse(Response, MakeError(500, "", "the server failed to answer this request")); });
-    if (!Options.bQuiet)
-    {
-        Http.set_logger(AccessLog::Write);
-    }
+    // cpp-httplib calls its logger once an answer is written.
+    Http.set_logger(
+        [this](const httplib::Request& Request, const httplib::Response& Response)
+        {
+            Connections.MarkDone(Request);
+            if (!Options.bQuiet)
+            {
+                AccessLog::Write(Request, Response);
+            }
+        });
     Endpoints.Register(Http);
 }
 
@@ -160,7 +169,13 @@ std::string FLipsyncServer::BaseUrl() const
 
 void FLipsyncServer::Stop()
 {
+    // Stopped first, so that a connection busy now closes after its answer
+    // instead of waiting for a next request.
     Impl->Http.stop();
+    if (Impl->BoundPort > 0)
+    {
+        Impl->Connections.ShutIdle(Impl->BoundPort);
+    }
 }
 
 void FLipsyncServer::Wait()

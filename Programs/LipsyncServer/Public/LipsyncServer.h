@@ -19,9 +19,9 @@ struct FLipsyncServerOptions
     // Longer speech is refused; it bounds the work and memory of one request.
     double MaxAudioSeconds = 600.0;
     bool bQuiet = false;
-    // How long an idle client connection is kept open. Stop waits for idle
-    // connections to time out, so a server that must stop at once keeps none: with
-    // 0 a connection stays only while its next request follows within milliseconds.
+    // How long an idle client connection is kept open; Stop closes idle
+    // connections at once. With 0 a connection stays only while its next request
+    // follows within milliseconds.
     int KeepAliveSeconds = 5;
     // The live animation receiver that stream answers point clients to.
     std::string VelkHost = "127.0.0.1";
@@ -33,7 +33,8 @@ struct FLipsyncServerOptions
 
 // The reference lipsync server: the four lipsync endpoints and /healthz on one
 // port. Start it, read its BaseUrl, Stop it from any thread, Wait for it to finish;
-// requests in flight are answered before Wait returns.
+// requests in flight are answered before Wait returns, idle kept-alive connections
+// are closed without waiting for their time-out.
 class FLipsyncServer
 {
 public:

@@ -29,21 +29,6 @@ TEST(Map, IteratesInInsertionOrderAndAddReplacesInPlace)
     EXPECT_EQ(Map.begin()->Key.GetStd(), u"alpha");
 }
 
-TEST(Array, GrowsShrinksAndMovesOut)
-{
-    TArray<int32> Numbers{1, 2, 3, 4};
-    Numbers.RemoveAt(1, 2);
-    EXPECT_EQ(Numbers, (TArray<int32>{1, 4}));
-    Numbers.SetNum(4);
-    EXPECT_EQ(Numbers[3], 0);
-    Numbers.AddDefaulted_GetRef() = 9;
-    EXPECT_EQ(Numbers.Last(), 9);
-
-    TArray<int32> Moved(std::move(Numbers));
-    EXPECT_EQ(Moved.Num(), 5);
-    EXPECT_TRUE(Numbers.IsEmpty());
-}
-
 TEST(ArrayDeathTest, IndexOutOfRangeStopsInsteadOfReadingPastTheBuffer)
 {
     TArray<int32> Numbers{1};

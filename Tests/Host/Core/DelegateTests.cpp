@@ -11,21 +11,6 @@ struct FCounter : public TSharedFromThis<FCounter>
 };
 } // namespace
 
-TEST(Delegate, CopiesKeepTheBinding)
-{
-    int32 Seen = 0;
-    TDelegate<void(int32)> Original;
-    EXPECT_FALSE(Original.ExecuteIfBound(1));
-    Original.BindLambda([&Seen](int32 Value) { Seen += Value; });
-    const TDelegate<void(int32)> Copy = Original;
-    Original.Execute(1);
-    EXPECT_TRUE(Copy.ExecuteIfBound(10));
-    EXPECT_EQ(Seen, 11);
-    Original.Unbind();
-    EXPECT_FALSE(Original.IsBound());
-    EXPECT_TRUE(Copy.IsBound());
-}
-
 TEST(Delegate, SharedBindingsDoNotOutliveTheirObject)
 {
     TDelegate<void(int32)> BySP;
@@ -42,16 +27,4 @@ TEST(Delegate, SharedBindingsDoNotOutliveTheirObject)
     EXPECT_FALSE(BySP.IsBound());
     EXPECT_FALSE(BySP.ExecuteIfBound(1));
     EXPECT_FALSE(ByWeakLambda.ExecuteIfBound(1));
-}
-
-TEST(SharedPointer, WeakPinAndExplicitBool)
-{
-    TWeakPtr<FCounter> Weak;
-    {
-        TSharedPtr<FCounter> Shared = MakeShareable(new FCounter());
-        Weak = Shared;
-        EXPECT_TRUE(static_cast<bool>(Weak.Pin()));
-    }
-    EXPECT_FALSE(Weak.Pin().IsValid());
-    EXPECT_FALSE(TSharedPtr<FCounter>());
 }

@@ -67,10 +67,3 @@ TEST(Paths, ProjectDirFollowsTheEnvironment)
     ::unsetenv("ORVANE_PROJECT_DIR");
     EXPECT_TRUE(FPaths::ProjectDir().EndsWith(TEXT("/")));
 }
-
-TEST(Clock, SecondsAdvance)
-{
-    const double Start = FPlatformTime::Seconds();
-    EXPECT_GT(FGenericPlatformTime::SecondsPerCycle, 0.0);
-    EXPECT_GE(FPlatformTime::Seconds(), Start);
-}

@@ -35,12 +35,3 @@ TEST(Guid, GarbageFailsAndInvalidates)
         EXPECT_FALSE(Parsed.IsValid());
     }
 }
-
-TEST(Guid, NewGuidsAreValidAndDistinct)
-{
-    const FGuid First = FGuid::NewGuid();
-    const FGuid Second = FGuid::NewGuid();
-    EXPECT_TRUE(First.IsValid());
-    EXPECT_NE(First, Second);
-    EXPECT_FALSE(FGuid().IsValid());
-}

@@ -72,19 +72,6 @@ TEST_F(ObjectConfig, AWrongTypedValueIsLoggedAndKept)
     EXPECT_NE(FTestProject::Read(File()).find("Stamp=abc\n"), std::string::npos);
 }
 
-TEST_F(ObjectConfig, AnUnreadableFileSurvivesStartup)
-{
-    const std::string Broken = Section + "Url http://broken\nStamp=3\n";
-    FTestProject::Write(File(), Broken);
-    FLogCapture Log;
-    Settings->LoadConfig();
-    Settings->SaveConfig();
-    EXPECT_EQ(Settings->Stamp, 0);
-    EXPECT_EQ(FTestProject::Read(File()), Broken);
-    ASSERT_EQ(Log.Lines.Num(), 1);
-    EXPECT_TRUE(Log.Lines[0].Contains(TEXT("line 2")));
-}
-
 TEST_F(ObjectConfig, OnlyConfigMembersWithTheRequiredFlagsAreSaved)
 {
     Settings->SaveConfig(PF_Config | PF_ScriptVisible);

@@ -36,6 +36,8 @@ public:
     virtual TArray<FString> GetAllHeaders() const = 0;
     virtual const TArray<uint8>& GetContent() const = 0;
     virtual EHttpRequestStatus GetStatus() const = 0;
+    // Seconds from the start to the moment the exchange ended on the HTTP worker,
+    // however late a tick delivers it; while it runs, the seconds so far.
     virtual float GetElapsedTime() const = 0;
 
     virtual void SetURL(const FString& URL) = 0;
