@@ -86,40 +86,9 @@ bool SameNumber(double Written, double Read)
     return std::isfinite(Written) ? Written == Read : Read == 0.0;
 }
 
-// The JSON writer prints whole numbers of 2^63 and beyond as bare integer digits
-// (747708026454360457216), which the host's strict reader refuses, and with them
-// the whole document. Such records are left out of the read-back check until the
-// writer marks them as floating point; the seed whole-number-beyond-64-bits holds one.
-bool HasNumberBeyondInt64(const FCadrelZELResponse& Animation)
-{
-    const auto Beyond = [](double Value) { return std::isfinite(Value) && std::abs(Value) >= 0x1p63; };
-    for (const FCadrelFaceFrames& Frame : Animation.Frames)
-    {
-        for (const double Weight : Frame.Blendshapes)
-        {
-            if (Beyond(Weight))
-            {
-                return true;
-            }
-        }
-        for (const FCadrelZELBones& Bone : Frame.Bones)
-        {
-            if (Beyond(Bone.BoneValue.X) || Beyond(Bone.BoneValue.Y) || Beyond(Bone.BoneValue.Z))
-            {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
 void CheckJson(const FCadrelZELResponse& Animation)
 {
     const std::string Json = AnimationToJson(Animation);
-    if (HasNumberBeyondInt64(Animation))
-    {
-        return;
-    }
     FCadrelZELResponse Read;
     CadrelJson::StringToZELResponse(
         TArray<uint8>(reinterpret_cast<const uint8*>(Json.data()), static_cast<int32>(Json.size())), Read);

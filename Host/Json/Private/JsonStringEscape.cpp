@@ -100,6 +100,13 @@ char* WriteJsonNumber(char* Out, double Value)
     {
         return std::copy_n("null", 4, Out);
     }
+    // The shortest form of a whole number from 2^63 on is bare digits, which a
+    // reader takes for an integer too wide for 64 bits and refuses; an exponent
+    // keeps it a double.
+    if (std::abs(Value) >= 0x1p63)
+    {
+        return std::to_chars(Out, Out + MaxJsonNumberLength, Value, std::chars_format::scientific).ptr;
+    }
     return std::to_chars(Out, Out + MaxJsonNumberLength, Value).ptr;
 }
 
