@@ -1,0 +1,75 @@
+// The face script alone: the drawn lip gap agrees with the one it computes, the
+// mouth closes for m/b/p, hostile weights draw nothing broken, VMC rotations turn
+// into the angles the face expects. With CADREL_FACE_SHOTS=DIR it also saves a
+// picture of each pose there, to look at.
+"use strict";
+
+const path = require("path");
+const { openPage, run, check } = require("./browser");
+
+const FaceScript = process.argv[2];
+
+const Poses = [
+    { Name: "rest", Weights: {} },
+    { Name: "vowel", Weights: { jawOpen: 0.7, mouthLowerDownLeft: 0.3, mouthLowerDownRight: 0.3, browInnerUp: 0.2 } },
+    { Name: "closed", Weights: { jawOpen: 0.35, mouthClose: 0.35, mouthPressLeft: 0.4, mouthPressRight: 0.4 } },
+    { Name: "rounded", Weights: { jawOpen: 0.2, mouthFunnel: 0.8, mouthPucker: 0.5 } },
+    { Name: "smile", Weights: { jawOpen: 0.15, mouthSmileLeft: 0.9, mouthSmileRight: 0.9, cheekSquintLeft: 0.5, cheekSquintRight: 0.5 } },
+    { Name: "blink", Weights: { eyeBlinkLeft: 1, eyeBlinkRight: 1, browDownLeft: 0.6, browDownRight: 0.6 } },
+    {
+        Name: "look",
+        Weights: { jawOpen: 0.4, mouthStretchLeft: 0.6, mouthRollLower: 0.5 },
+        Pose: { head: { roll: 12, yaw: 15 }, leftEye: { yaw: -20, pitch: 10 }, rightEye: { yaw: -20, pitch: 10 } },
+    },
+    { Name: "hostile", Weights: { jawOpen: "1e400", mouthClose: NaN, mouthFunnel: -5, eyeBlinkLeft: null }, Pose: { head: { roll: "x" } } },
+];
+
+run(async (Browser) => {
+    const Errors = [];
+    const Page = await openPage(Browser, Errors, { width: 400, height: 500 });
+    await Page.setContent("<!doctype html><html><body style='margin:0'><div id='face' style='width:400px;height:500px'></div></body></html>");
+    await Page.addScriptTag({ path: FaceScript });
+    await Page.evaluate(() => {
+        window.TheFace = CadrelFace.create(document.getElementById("face"));
+    });
+    const Gaps = {};
+    for (const { Name, Weights, Pose } of Poses) {
+        const [Computed, Drawn] = await Page.evaluate(
+            (W, P) => {
+                TheFace.apply(W, P || {});
+                return [CadrelFace.mouthOpening(W), TheFace.drawnMouthOpening()];
+            },
+            Weights,
+            Pose
+        );
+        check(Number.isFinite(Computed), Name + ": the computed gap is " + Computed);
+        check(Math.abs(Computed - Drawn) < 0.3, Name + ": computed gap " + Computed + ", drawn " + Drawn);
+        Gaps[Name] = Computed;
+        if (process.env.CADREL_FACE_SHOTS) {
+            await Page.screenshot({ path: path.join(process.env.CADREL_FACE_SHOTS, Name + ".png") });
+        }
+    }
+    check(Gaps.rest < 0.5 && Gaps.closed < 0.5, "lips apart at rest or for m/b/p: " + JSON.stringify(Gaps));
+    check(Gaps.vowel > 15, "a vowel barely opens the mouth: " + Gaps.vowel);
+
+    // Unity's Euler order: Z, then X, then Y (q = qY qX qZ).
+    const Angles = await Page.evaluate(() => {
+        const Half = (Degrees) => (Degrees * Math.PI) / 360;
+        const Multiply = (a, b) => [
+            a[3] * b[0] + a[0] * b[3] + a[1] * b[2] - a[2] * b[1],
+            a[3] * b[1] - a[0] * b[2] + a[1] * b[3] + a[2] * b[0],
+            a[3] * b[2] + a[0] * b[1] - a[1] * b[0] + a[2] * b[3],
+            a[3] * b[3] - a[0] * b[0] - a[1] * b[1] - a[2] * b[2],
+        ];
+        const Q = Multiply(
+            Multiply([0, Math.sin(Half(25)), 0, Math.cos(Half(25))], [Math.sin(Half(-10)), 0, 0, Math.cos(Half(-10))]),
+            [0, 0, Math.sin(Half(7)), Math.cos(Half(7))]
+        );
+        return [CadrelFace.quaternionToPose(...Q), CadrelFace.quaternionToPose(0, 0, 0, 0), CadrelFace.quaternionToPose(0, 0, 0, 2)];
+    });
+    const [Turned, Zero, Scaled] = Angles;
+    check(Math.abs(Turned.pitch + 10) < 1e-6 && Math.abs(Turned.yaw - 25) < 1e-6 && Math.abs(Turned.roll - 7) < 1e-6, "quaternionToPose: " + JSON.stringify(Turned));
+    check(Zero.pitch === 0 && Zero.yaw === 0 && Zero.roll === 0, "a zero quaternion: " + JSON.stringify(Zero));
+    check(Math.abs(Scaled.pitch) + Math.abs(Scaled.yaw) + Math.abs(Scaled.roll) < 1e-9, "an unnormalised identity: " + JSON.stringify(Scaled));
+    check(Errors.length === 0, Errors.join("\n"));
+});
