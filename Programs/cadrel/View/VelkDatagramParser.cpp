@@ -16,6 +16,15 @@ constexpr double MaxStreamSeconds = 86400.0;
 // liblo reports reception errors here; the parser learns of them from the dispatch result instead.
 void IgnoreLibloError(int, const char*, const char*) {}
 
+// OSC aligns arguments to four bytes only, less than lo_arg's own alignment, so they are
+// read by bytes rather than through lo_arg's members.
+template <typename T> T ReadUnaligned(const lo_arg* Argument)
+{
+    T Value;
+    std::memcpy(&Value, Argument, sizeof(T));
+    return Value;
+}
+
 bool IsPrintableName(const char* Name)
 {
     const size_t Length = std::strlen(Name);
@@ -37,9 +46,9 @@ bool IsPrintableName(const char* Name)
 bool ReadFrameHeader(lo_arg** Argv, FVelkMessage& Out)
 {
     Out.Kind = EVelkMessageKind::FrameHeader;
-    Out.Stream = Argv[0]->i;
-    Out.FrameNumber = Argv[1]->i;
-    Out.FrameTime = Argv[2]->d;
+    Out.Stream = ReadUnaligned<int32_t>(Argv[0]);
+    Out.FrameNumber = ReadUnaligned<int32_t>(Argv[1]);
+    Out.FrameTime = ReadUnaligned<double>(Argv[2]);
     return Out.FrameNumber >= 0 && std::isfinite(Out.FrameTime) && Out.FrameTime >= 0.0 &&
            Out.FrameTime <= MaxStreamSeconds;
 }
@@ -47,35 +56,36 @@ bool ReadFrameHeader(lo_arg** Argv, FVelkMessage& Out)
 bool ReadBlendValue(lo_arg** Argv, FVelkMessage& Out)
 {
     Out.Kind = EVelkMessageKind::BlendValue;
-    if (!IsPrintableName(&Argv[0]->s) || !std::isfinite(Argv[1]->f))
+    if (!IsPrintableName(reinterpret_cast<const char*>(Argv[0])) ||
+        !std::isfinite(ReadUnaligned<float>(Argv[1])))
     {
         return false;
     }
-    Out.Name = &Argv[0]->s;
+    Out.Name = reinterpret_cast<const char*>(Argv[0]);
     // Senders round a weight of one a little over; the page draws weights in [0, 1].
-    Out.Value = std::fmin(1.0f, std::fmax(0.0f, Argv[1]->f));
+    Out.Value = std::fmin(1.0f, std::fmax(0.0f, ReadUnaligned<float>(Argv[1])));
     return true;
 }
 
 bool ReadBonePose(lo_arg** Argv, FVelkMessage& Out)
 {
     Out.Kind = EVelkMessageKind::BonePose;
-    if (!IsPrintableName(&Argv[0]->s))
+    if (!IsPrintableName(reinterpret_cast<const char*>(Argv[0])))
     {
         return false;
     }
-    Out.Name = &Argv[0]->s;
+    Out.Name = reinterpret_cast<const char*>(Argv[0]);
     double Norm = 0.0;
     for (int Index = 1; Index < 8; ++Index)
     {
-        if (!std::isfinite(Argv[Index]->f))
+        if (!std::isfinite(ReadUnaligned<float>(Argv[Index])))
         {
             return false;
         }
     }
     for (int Index = 0; Index < 4; ++Index)
     {
-        Out.Rotation[Index] = Argv[4 + Index]->f;
+        Out.Rotation[Index] = ReadUnaligned<float>(Argv[4 + Index]);
         Norm += double(Out.Rotation[Index]) * Out.Rotation[Index];
     }
     // A zero quaternion is no rotation at all; anything else is normalised as senders drift.
@@ -94,9 +104,9 @@ bool ReadBonePose(lo_arg** Argv, FVelkMessage& Out)
 bool ReadAudio(lo_arg** Argv, FVelkMessage& Out)
 {
     Out.Kind = EVelkMessageKind::Audio;
-    Out.Stream = Argv[0]->i;
-    Out.FirstSample = Argv[1]->h;
-    Out.SampleRate = Argv[2]->i;
+    Out.Stream = ReadUnaligned<int32_t>(Argv[0]);
+    Out.FirstSample = ReadUnaligned<int64_t>(Argv[1]);
+    Out.SampleRate = ReadUnaligned<int32_t>(Argv[2]);
     const lo_blob Blob = reinterpret_cast<lo_blob>(Argv[3]);
     const int32_t Bytes = static_cast<int32_t>(lo_blob_datasize(Blob));
     if (Out.SampleRate < MinSampleRate || Out.SampleRate > MaxSampleRate || Out.FirstSample < 0 ||
