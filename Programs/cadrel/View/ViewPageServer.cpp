@@ -6,6 +6,10 @@
 
 namespace
 {
+// Each open page holds one worker for its event stream; enough for a few tabs and their reloads,
+// whose old streams linger until their next write fails.
+constexpr size_t Workers = 32;
+
 // How long an event stream waits for news before sending the counts again; also how soon
 // it notices that the page has gone or the server is stopping.
 constexpr auto CountsInterval = std::chrono::milliseconds(250);
@@ -25,6 +29,7 @@ FViewPageServer::~FViewPageServer()
 
 bool FViewPageServer::Start(const std::string& Bind, int Port, std::string& Error)
 {
+    Server.new_task_queue = [] { return new httplib::ThreadPool(Workers); };
     Server.Get("/", [this](const httplib::Request&, httplib::Response& Response)
                { ServeAsset("view.html", "text/html; charset=utf-8", Response); });
     Server.Get("/face.js", [this](const httplib::Request&, httplib::Response& Response)
