@@ -24,6 +24,8 @@
         lastNumber: -1,
         receiver: {},
         lags: [],
+        // From a frame's arrival at the receiver to its arrival in the page, the event stream's share of the lag.
+        deliveries: [],
         // One entry per drawn frame: the frame, the playhead and the frame step then.
         shown: [],
         playhead: null,
@@ -34,6 +36,7 @@
     let Shown = -1; // index in Frames of the frame on screen
     let Anchor = null; // { clock, audioClock } that maps the stream's clock to now
     let FrameStep = 1 / 60;
+    let Newest = -Infinity; // the latest stream time received so far
 
     function wallSeconds() {
         return (performance.timeOrigin + performance.now()) / 1000;
@@ -66,20 +69,39 @@
         View.received = View.late = View.dropped = View.outOfOrder = 0;
         View.lastNumber = -1;
         View.lags = [];
+        View.deliveries = [];
         View.shown = [];
         Frames = [];
         Shown = -1;
         Anchor = null;
+        Newest = -Infinity;
+    }
+
+    // Places an event on the clock. New data that comes after its time means the sender runs
+    // slower than the sound: the playhead then waits for it, so sound and face stall together
+    // instead of parting. Returns false for old data that came too late to be of use.
+    function place(StreamTime, ArrivalMs) {
+        const bNew = StreamTime >= Newest;
+        Newest = Math.max(Newest, StreamTime);
+        if (!Anchor) {
+            anchorAt(StreamTime, ArrivalMs);
+            return true;
+        }
+        if (StreamTime >= playhead()) {
+            return true;
+        }
+        if (bNew) {
+            anchorAt(StreamTime, ArrivalMs);
+        }
+        return bNew;
     }
 
     function onFrame(Event) {
         if (Event.stream !== View.stream) {
             startStream(Event.stream);
         }
-        if (!Anchor) {
-            anchorAt(Event.time, Event.arrival);
-        }
         View.received += 1;
+        pushBounded(View.deliveries, wallSeconds() * 1000 - Event.arrival);
         if (Event.frame <= View.lastNumber) {
             View.outOfOrder += 1;
         }
@@ -88,9 +110,11 @@
         if (Last && Event.time > Last.time) {
             FrameStep = Event.time - Last.time;
         }
-        // A frame whose successor's time has already come can never be shown.
-        if (Event.time + FrameStep <= playhead()) {
+        const bInTime = !Anchor || Event.time >= playhead();
+        if (!bInTime) {
             View.late += 1;
+        }
+        if (!place(Event.time, Event.arrival)) {
             return;
         }
         let At = Frames.length;
@@ -108,10 +132,7 @@
             startStream(Event.stream);
         }
         const Start = Event.index / Event.rate;
-        if (!Anchor) {
-            anchorAt(Start, Event.arrival);
-        }
-        if (!audioRunning() || Anchor.audioClock === null || Event.pcm.length === 0) {
+        if (!place(Start, Event.arrival) || !audioRunning() || Anchor.audioClock === null || Event.pcm.length === 0) {
             return;
         }
         const Buffer = Audio.createBuffer(1, Event.pcm.length, Event.rate);
@@ -128,6 +149,13 @@
         Source.buffer = Buffer;
         Source.connect(Audio.destination);
         Source.start(When + Skip, Skip);
+    }
+
+    function pushBounded(Values, Value) {
+        Values.push(Value);
+        if (Values.length > LagWindow) {
+            Values.shift();
+        }
     }
 
     function median(Values) {
@@ -151,10 +179,9 @@
                 View.dropped += Math.max(0, Next - Shown - 1);
                 const Frame = Frames[Next];
                 Face.apply(Frame.weights, Frame.pose);
-                View.lags.push(wallSeconds() * 1000 - Frame.arrival);
-                if (View.lags.length > LagWindow) {
-                    View.lags.shift();
-                }
+                // Lag counts from when the frame could first be shown: its arrival, or the moment the
+                // playhead reached its time if it came early and waited for its sound.
+                pushBounded(View.lags, Math.min(wallSeconds() * 1000 - Frame.arrival, (Now - Frame.time) * 1000));
                 View.shown.push({ frame: Frame.frame, time: Frame.time, playhead: Now, step: FrameStep });
                 Shown = Next;
             }
@@ -177,6 +204,7 @@
         Status.textContent =
             "stream " + View.stream + " · frames received " + View.received + " · late " + View.late +
             " · dropped " + View.dropped + " · lag " + (Lag === null ? "–" : Math.round(Lag) + " ms") +
+            " (delivery " + Math.round(median(View.deliveries) || 0) + " ms)" +
             "\nreceiver: malformed " + (R.malformed || 0) + " · oversized " + (R.oversized || 0) +
             " · foreign " + (R.foreign || 0) + " · missing " + (R.missing || 0) +
             (audioRunning() ? "" : " · sound off");
