@@ -115,6 +115,16 @@ run(async (Browser) => {
         const Junk = View.receiver.malformed + View.receiver.foreign + View.receiver.oversized;
         check(Junk > FloodPerPort, "only " + Junk + " of " + 2 * FloodPerPort + " malformed datagrams counted");
         check(View.status.includes("malformed " + View.receiver.malformed), "status line: " + View.status);
+
+        // A page opened (or reloaded) after the fact gets the stream again and shows its live edge.
+        const Again = await openPage(Browser, Errors);
+        await Again.goto(PageUrl);
+        await Again.waitForFunction((Frames) => window.CadrelView.received === Frames && window.CadrelView.shown.length > 0,
+            { timeout: 20000, polling: 50 }, View.received);
+        check(Errors.length === 0, "console errors on the second page: " + Errors.join("; "));
+        if (process.env.CADREL_LIVE_SHOT) {
+            await Page.screenshot({ path: process.env.CADREL_LIVE_SHOT });
+        }
         console.log("delivery " + median(View.deliveries).toFixed(1) + " ms, frames " + View.received + ", dropped " + View.dropped + ", late " + View.late +
             ", median lag " + Lag.toFixed(1) + " ms, junk datagrams counted " + Junk);
     } finally {
