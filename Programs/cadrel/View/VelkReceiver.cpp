@@ -1,6 +1,7 @@
 #include "VelkReceiver.h"
 
 #include <chrono>
+#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 
@@ -15,6 +16,22 @@ double WallClockMs()
 {
     using namespace std::chrono;
     return duration<double, std::milli>(system_clock::now().time_since_epoch()).count();
+}
+
+bool IsLoopback(const sockaddr_storage& From)
+{
+    if (From.ss_family == AF_INET)
+    {
+        const auto& Address = reinterpret_cast<const sockaddr_in&>(From);
+        return (ntohl(Address.sin_addr.s_addr) >> 24) == 127;
+    }
+    if (From.ss_family == AF_INET6)
+    {
+        const auto& Address = reinterpret_cast<const sockaddr_in6&>(From);
+        return IN6_IS_ADDR_LOOPBACK(&Address.sin6_addr) ||
+               (IN6_IS_ADDR_V4MAPPED(&Address.sin6_addr) && Address.sin6_addr.s6_addr[12] == 127);
+    }
+    return false;
 }
 
 std::unique_ptr<FVelkDatagramParser> OpenPort(EVelkPortKind Kind, int Port, std::string& Error)
@@ -37,8 +54,9 @@ FVelkReceiver::~FVelkReceiver()
     Stop();
 }
 
-bool FVelkReceiver::Start(int VelkPort, int AudioPort, std::string& Error)
+bool FVelkReceiver::Start(int VelkPort, int AudioPort, bool bInLoopbackOnly, std::string& Error)
 {
+    bLoopbackOnly = bInLoopbackOnly;
     Velk = OpenPort(EVelkPortKind::Velk, VelkPort, Error);
     Audio = Velk ? OpenPort(EVelkPortKind::Audio, AudioPort, Error) : nullptr;
     if (!Velk || !Audio)
@@ -86,10 +104,20 @@ void FVelkReceiver::ReceiveFrom(FVelkDatagramParser& Parser, EVelkPortKind PortK
     // Drain what is queued, but give the other port its turn after a burst.
     for (int Datagram = 0; Datagram < 64; ++Datagram)
     {
-        const ssize_t Size = recv(Parser.SocketFd(), Bytes.data(), Bytes.size(), MSG_DONTWAIT | MSG_TRUNC);
+        sockaddr_storage From{};
+        socklen_t FromLength = sizeof(From);
+        // With MSG_TRUNC, Size is the datagram's true size even past the buffer; the parser refuses
+        // anything over its port's limit, far below the buffer, before it reads a byte.
+        const ssize_t Size = recvfrom(Parser.SocketFd(), Bytes.data(), Bytes.size(), MSG_DONTWAIT | MSG_TRUNC,
+                                      reinterpret_cast<sockaddr*>(&From), &FromLength);
         if (Size < 0)
         {
             return;
+        }
+        if (bLoopbackOnly && !IsLoopback(From))
+        {
+            Buffer.CountDatagram(EVelkDatagramKind::Foreign);
+            continue;
         }
         const double ArrivalMs = WallClockMs();
         const FVelkDatagram Parsed = Parser.Parse(Bytes.data(), static_cast<size_t>(Size));

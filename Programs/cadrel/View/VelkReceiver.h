@@ -19,8 +19,9 @@ public:
     FVelkReceiver(const FVelkReceiver&) = delete;
     FVelkReceiver& operator=(const FVelkReceiver&) = delete;
 
-    // Ports 0 pick free ones. On failure Error names the port that could not be opened.
-    bool Start(int VelkPort, int AudioPort, std::string& Error);
+    // Ports 0 pick free ones. liblo listens on every interface; with bLoopbackOnly, datagrams
+    // from other machines are counted as foreign and dropped. On failure Error names the port.
+    bool Start(int VelkPort, int AudioPort, bool bLoopbackOnly, std::string& Error);
     void Stop();
 
     int VelkPort() const { return Velk ? Velk->Port() : 0; }
@@ -34,6 +35,7 @@ private:
     std::unique_ptr<FVelkDatagramParser> Velk;
     std::unique_ptr<FVelkDatagramParser> Audio;
     FVelkFrameAssembler Assembler;
+    bool bLoopbackOnly = true;
     std::atomic<bool> bStopping{false};
     std::thread Thread;
 };

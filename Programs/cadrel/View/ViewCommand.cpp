@@ -8,6 +8,15 @@
 #include <cstdio>
 #include <pthread.h>
 
+namespace
+{
+// A page bound to this machine only takes the live link from this machine only, too.
+bool IsLoopbackAddress(const std::string& Address)
+{
+    return Address == "localhost" || Address == "::1" || Address.rfind("127.", 0) == 0;
+}
+} // namespace
+
 FViewCommand::FViewCommand(CLI::App& Parent)
 {
     Command = Parent.add_subcommand(
@@ -23,7 +32,11 @@ FViewCommand::FViewCommand(CLI::App& Parent)
     Command->add_option("--audio-port", AudioPort, "UDP port for the stream's audio; 0 picks a free one")
         ->check(CLI::Range(0, 65535))
         ->capture_default_str();
-    Command->add_option("--bind", Bind, "Address the page listens on")->capture_default_str();
+    Command
+        ->add_option(
+            "--bind", Bind,
+            "Address the page listens on; bound to this machine, the UDP ports also take only its datagrams")
+        ->capture_default_str();
 }
 
 int FViewCommand::Run() const
@@ -40,7 +53,8 @@ int FViewCommand::Run() const
     FVelkReceiver Receiver(Buffer);
     FViewPageServer Page(Buffer);
     std::string Error;
-    if (!Receiver.Start(VelkPort, AudioPort, Error) || !Page.Start(Bind, WebPort, Error))
+    if (!Receiver.Start(VelkPort, AudioPort, IsLoopbackAddress(Bind), Error) ||
+        !Page.Start(Bind, WebPort, Error))
     {
         std::fprintf(stderr, "cadrel: %s\n", Error.c_str());
         return 1;

@@ -50,7 +50,7 @@ protected:
     void SetUp() override
     {
         std::string Error;
-        ASSERT_TRUE(Receiver.Start(0, 0, Error)) << Error;
+        ASSERT_TRUE(Receiver.Start(0, 0, true, Error)) << Error;
         Velk = lo_address_new("127.0.0.1", std::to_string(Receiver.VelkPort()).c_str());
         Audio = lo_address_new("127.0.0.1", std::to_string(Receiver.AudioPort()).c_str());
     }
