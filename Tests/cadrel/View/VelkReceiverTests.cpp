@@ -63,17 +63,7 @@ protected:
     // A frame as the server's link sends it: one bundle through liblo.
     void SendFrame(int32_t Stream, int32_t Number, float JawOpen)
     {
-        lo_bundle Bundle = lo_bundle_new(LO_TT_IMMEDIATE);
-        lo_message Header = lo_message_new();
-        lo_message_add(Header, "iid", Stream, Number, Number / 60.0);
-        lo_bundle_add_message(Bundle, "/Cadrel/Frame", Header);
-        for (const std::string& Name : VelkTest::ArkitNames())
-        {
-            lo_message Value = lo_message_new();
-            lo_message_add(Value, "sf", Name.c_str(), Name == "jawOpen" ? JawOpen : 0.0f);
-            lo_bundle_add_message(Bundle, "/VMC/Ext/Blend/Val", Value);
-        }
-        lo_bundle_add_message(Bundle, "/VMC/Ext/Blend/Apply", lo_message_new());
+        lo_bundle Bundle = VelkTest::NewFrameBundle(Stream, Number, Number / 60.0, JawOpen);
         EXPECT_GT(lo_send_bundle(Velk, Bundle), 0);
         lo_bundle_free_recursive(Bundle);
     }

@@ -36,8 +36,9 @@ inline std::vector<unsigned char> Serialise(lo_message Message, const char* Path
 }
 
 // One frame as our server sends it: header, the 52 shapes (jawOpen at JawOpen), three bones, Apply.
-inline std::vector<unsigned char> FrameBundle(int32_t Stream, int32_t Number, double Time, float JawOpen,
-                                              const float (&HeadRotation)[4] = {0, 0, 0, 1})
+// The caller frees it with lo_bundle_free_recursive.
+inline lo_bundle NewFrameBundle(int32_t Stream, int32_t Number, double Time, float JawOpen,
+                                const float (&HeadRotation)[4] = {0, 0, 0, 1})
 {
     lo_bundle Bundle = lo_bundle_new(LO_TT_IMMEDIATE);
     lo_message Header = lo_message_new();
@@ -59,6 +60,13 @@ inline std::vector<unsigned char> FrameBundle(int32_t Stream, int32_t Number, do
         lo_bundle_add_message(Bundle, "/VMC/Ext/Bone/Pos", Pose);
     }
     lo_bundle_add_message(Bundle, "/VMC/Ext/Blend/Apply", lo_message_new());
+    return Bundle;
+}
+
+inline std::vector<unsigned char> FrameBundle(int32_t Stream, int32_t Number, double Time, float JawOpen,
+                                              const float (&HeadRotation)[4] = {0, 0, 0, 1})
+{
+    lo_bundle Bundle = NewFrameBundle(Stream, Number, Time, JawOpen, HeadRotation);
     size_t Size = 0;
     void* Bytes = lo_bundle_serialise(Bundle, nullptr, &Size);
     lo_bundle_free_recursive(Bundle);
