@@ -24,7 +24,8 @@ demo: deps
 	@cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
 	@cmake --build $(BUILD) -j $(JOBS) --target cadrel
 	@$(BUILD)/bin/cadrel lipsync Demo/speech.wav --out $(DEMO_OUT)
-	@echo "The animation is in $(DEMO_OUT)/: speech.json (the lipsync answer), speech.csv (one row per frame), speech.svg (open it in a browser)."
+	@echo "The animation is in $(DEMO_OUT)/: speech.json (the lipsync answer), speech.csv (one row per frame), speech.svg (the curves)."
+	@echo "Open $(DEMO_OUT)/speech.html in a browser and press Play: the face speaks with the sound."
 
 test: build
 	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure

@@ -1,9 +1,10 @@
-# cmake -DOUTPUT=file.cpp -DASSET_DIR=dir -DASSETS="a.js;b.html" -P EmbedWebAssets.cmake
+# cmake -DOUTPUT=file.cpp -DASSET_DIR=dir -DASSETS=a.js,b.html -P EmbedWebAssets.cmake
 # Writes a C++ source that holds each asset's bytes, so the cadrel binary serves and
 # inlines its pages without finding files beside itself. Bytes rather than raw
 # string literals: any asset may hold any delimiter.
 cmake_minimum_required(VERSION 3.20)
 
+string(REPLACE "," ";" ASSETS "${ASSETS}")
 set(Entries "")
 set(Arrays "")
 set(Index 0)

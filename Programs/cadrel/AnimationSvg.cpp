@@ -1,5 +1,6 @@
 #include "AnimationSvg.h"
 
+#include "MarkupText.h"
 #include "PlotColumns.h"
 #include "PlotTicks.h"
 
@@ -69,35 +70,6 @@ FTimeline MakeTimeline(const FCadrelZELResponse& Animation, std::size_t SampleCo
     }
     Timeline.Span = std::max({FrameSpan, SampleCount * Timeline.SampleStep, Timeline.FrameStep});
     return Timeline;
-}
-
-std::string EscapeXml(const std::string& Text)
-{
-    // The round trip through host text replaces bytes that are not UTF-8.
-    const std::string Utf8 = FString::FromUTF8(Text).ToUTF8();
-    std::string Out;
-    for (const char Char : Utf8)
-    {
-        switch (Char)
-        {
-        case '&':
-            Out += "&amp;";
-            break;
-        case '<':
-            Out += "&lt;";
-            break;
-        case '>':
-            Out += "&gt;";
-            break;
-        case '"':
-            Out += "&quot;";
-            break;
-        default:
-            // XML has no way to write the other control characters.
-            Out += static_cast<unsigned char>(Char) < 0x20 ? ' ' : Char;
-        }
-    }
-    return Out;
 }
 
 std::vector<FDrawnCurve> FindCurves(const FCadrelZELResponse& Animation)
@@ -278,7 +250,7 @@ std::string AnimationToSvg(const FCadrelZELResponse& Animation, std::span<const 
     const bool bWaveform = Timeline.SampleStep > 0.0;
     const double AxisY = bWaveform ? WaveBottom : CurvesBottom;
     const std::string Height = Number(AxisY + 50);
-    const std::string EscapedTitle = EscapeXml(Title);
+    const std::string EscapedTitle = EscapeMarkup(Title);
     const std::vector<FDrawnCurve> Drawn = FindCurves(Animation);
 
     std::string Out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "

@@ -2,6 +2,7 @@
 
 #include "CadrelJson.h"
 #include "RegularFile.h"
+#include "WavFile.h"
 
 #include <cstdio>
 
@@ -13,9 +14,11 @@ constexpr int64 MaxExportBytes = int64(1) << 30;
 
 FConvertCommand::FConvertCommand(CLI::App& Parent)
 {
-    Command =
-        Parent.add_subcommand("convert", "Turn an Audio2Face blend-shape export into JSON, CSV and SVG.");
+    Command = Parent.add_subcommand(
+        "convert", "Turn an Audio2Face blend-shape export into JSON, CSV, SVG and a page that plays it.");
     Command->add_option("export", ExportPath, "The export's JSON file")->required();
+    Command->add_option("--audio", AudioPath,
+                        "The speech the export animates: the page plays it, the plot draws it");
     AddOutputOptions(*Command, Output);
 }
 
@@ -42,12 +45,18 @@ int FConvertCommand::Run() const
                     " frames at " + std::to_string(Export.ExportFps) + " fps; nothing to convert";
         }
     }
+    FWavFile Audio;
+    if (Error.empty() && !AudioPath.empty())
+    {
+        ReadWavFile(AudioPath, Audio, Error);
+    }
     std::vector<std::string> Paths;
     if (Error.empty() && PrepareOutputDirectory(Output, Error))
     {
         FCadrelZELResponse Animation;
         CadrelJson::Audio2FaceBlendShapeToZELResponse(Export, Animation, 1.0);
-        WriteAnimationFiles(Output, OutputStem(ExportPath), Animation, {}, 0, Paths, Error);
+        WriteAnimationFiles(Output, OutputStem(ExportPath), Animation, Audio.Mono, Audio.SampleRate, Paths,
+                            Error);
     }
     if (!Error.empty())
     {

@@ -6,7 +6,8 @@
 
 #include <string>
 
-// `cadrel convert`: an Audio2Face blend-shape export into the files `lipsync` writes.
+// `cadrel convert`: an Audio2Face blend-shape export into the files `lipsync` writes,
+// with the export's sound when the user gives it.
 class FConvertCommand
 {
 public:
@@ -18,5 +19,6 @@ public:
 private:
     CLI::App* Command = nullptr;
     std::string ExportPath;
+    std::string AudioPath; // the page's sound and the plot's waveform; none when empty
     FOutputOptions Output;
 };

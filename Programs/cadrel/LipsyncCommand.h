@@ -10,7 +10,7 @@
 #include <vector>
 
 // `cadrel lipsync`: animates WAV files through a lipsync server and writes each
-// animation as JSON, CSV and SVG.
+// animation as JSON, CSV, SVG and a page that plays it with the sound.
 class FLipsyncCommand
 {
 public:

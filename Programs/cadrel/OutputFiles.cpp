@@ -1,6 +1,7 @@
 #include "OutputFiles.h"
 
 #include "AnimationCsv.h"
+#include "AnimationHtml.h"
 #include "AnimationJson.h"
 #include "AnimationSvg.h"
 #include "AtomicFile.h"
@@ -10,7 +11,7 @@
 
 namespace
 {
-constexpr const char* KnownFormats[] = {"json", "csv", "svg"};
+constexpr const char* KnownFormats[] = {"json", "csv", "svg", "html"};
 
 std::vector<std::string> SplitFormats(const std::string& List)
 {
@@ -28,13 +29,13 @@ std::string CheckFormats(const std::string& List)
     const std::vector<std::string> Formats = SplitFormats(List);
     if (Formats.empty())
     {
-        return "no format given; choose from json, csv, svg";
+        return "no format given; choose from json, csv, svg, html";
     }
     for (const std::string& Format : Formats)
     {
         if (std::find(std::begin(KnownFormats), std::end(KnownFormats), Format) == std::end(KnownFormats))
         {
-            return "unknown format \"" + Format + "\"; choose from json, csv, svg";
+            return "unknown format \"" + Format + "\"; choose from json, csv, svg, html";
         }
     }
     return {};
@@ -51,6 +52,10 @@ std::string Render(const std::string& Format, const std::string& Stem, const FCa
     {
         return AnimationToCsv(Animation);
     }
+    if (Format == "html")
+    {
+        return AnimationToHtml(Animation, Mono, SampleRate, Stem);
+    }
     return AnimationToSvg(Animation, Mono, SampleRate, Stem);
 }
 } // namespace
@@ -59,7 +64,7 @@ void AddOutputOptions(CLI::App& Command, FOutputOptions& Options)
 {
     Command.add_option("--out", Options.Directory, "Folder for the output files; made when missing")
         ->capture_default_str();
-    Command.add_option("--format", Options.Formats, "Files to write, comma-separated: json, csv, svg")
+    Command.add_option("--format", Options.Formats, "Files to write, comma-separated: json, csv, svg, html")
         ->check(CLI::Validator(CheckFormats, "FORMATS"))
         ->capture_default_str();
 }

@@ -33,11 +33,12 @@ run(async (Browser) => {
         window.TheFace = CadrelFace.create(document.getElementById("face"));
     });
     const Gaps = {};
+    const Widths = {};
     for (const { Name, Weights, Pose } of Poses) {
-        const [Computed, Drawn] = await Page.evaluate(
+        const [Computed, Drawn, Width] = await Page.evaluate(
             (W, P) => {
                 TheFace.apply(W, P || {});
-                return [CadrelFace.mouthOpening(W), TheFace.drawnMouthOpening()];
+                return [CadrelFace.mouthOpening(W), TheFace.drawnMouthOpening(), TheFace.svg.querySelector(".cadrel-lips").getBBox().width];
             },
             Weights,
             Pose
@@ -45,12 +46,14 @@ run(async (Browser) => {
         check(Number.isFinite(Computed), Name + ": the computed gap is " + Computed);
         check(Math.abs(Computed - Drawn) < 0.3, Name + ": computed gap " + Computed + ", drawn " + Drawn);
         Gaps[Name] = Computed;
+        Widths[Name] = Width;
         if (process.env.CADREL_FACE_SHOTS) {
             await Page.screenshot({ path: path.join(process.env.CADREL_FACE_SHOTS, Name + ".png") });
         }
     }
     check(Gaps.rest < 0.5 && Gaps.closed < 0.5, "lips apart at rest or for m/b/p: " + JSON.stringify(Gaps));
     check(Gaps.vowel > 15, "a vowel barely opens the mouth: " + Gaps.vowel);
+    check(Widths.rounded < 0.8 * Widths.rest && Widths.smile > 1.15 * Widths.rest, "lip widths: " + JSON.stringify(Widths));
 
     // Unity's Euler order: Z, then X, then Y (q = qY qX qZ).
     const Angles = await Page.evaluate(() => {

@@ -14,9 +14,7 @@ async function launch() {
             // Root in containers cannot use chromium's sandbox.
             ...(process.getuid && process.getuid() === 0 ? ["--no-sandbox"] : []),
             "--autoplay-policy=no-user-gesture-required",
-            "--allow-file-access-from-files",
             "--disable-gpu",
-            "--mute-audio",
         ],
     });
 }

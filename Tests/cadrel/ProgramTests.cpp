@@ -88,8 +88,8 @@ TEST_F(FProgramTest, LipsyncWritesEachFormatFromEitherServerKindAndNothingElse)
         const FCadrelRun Run = Cadrel(std::string("lipsync speech.wav --out out --eyes --server ") + Server);
         ASSERT_EQ(Run.ExitCode, 0) << Run.Error;
         EXPECT_NE(Run.Out.find("speech.wav: "), std::string::npos) << Run.Out;
-        EXPECT_EQ(LeftBehind(),
-                  (std::set<std::string>{"out", "out/speech.json", "out/speech.csv", "out/speech.svg"}))
+        EXPECT_EQ(LeftBehind(), (std::set<std::string>{"out", "out/speech.json", "out/speech.csv",
+                                                       "out/speech.svg", "out/speech.html"}))
             << "the user's settings file must not appear";
 
         const FCadrelZELResponse Animation = ReadBack(Project.Root / "out/speech.json");
@@ -195,6 +195,17 @@ TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
     ASSERT_EQ(Animation.Frames.Num(), 2);
     EXPECT_EQ(Animation.Frames[1].Blendshapes, (TArray<double>{0.25, 1.0}));
     EXPECT_FALSE(std::filesystem::exists(Project.Root / "take.svg"));
+
+    // The page carries sound only when the user names it.
+    FTestProject::Write(Project.Root / "line.json",
+                        R"({"exportFps":30,"facsNames":["jawOpen"],"weightMat":[[0.5]]})");
+    const FCadrelRun Paged = Cadrel("convert line.json --format html --out page --audio speech.wav");
+    ASSERT_EQ(Paged.ExitCode, 0) << Paged.Error;
+    const std::string Page = FTestProject::Read(Project.Root / "page/line.html");
+    EXPECT_NE(Page.find("id=\"cadrel-audio\">UklGR"), std::string::npos) << "no base64 WAV";
+    EXPECT_TRUE(
+        Cadrel("convert line.json --format html --out silent --audio missing.wav").IsOneLineFailure());
+    EXPECT_FALSE(std::filesystem::exists(Project.Root / "silent"));
 
     FTestProject::Write(Project.Root / "broken.json", "{\"exportFps\":");
     EXPECT_TRUE(Cadrel("convert broken.json").IsOneLineFailure());

@@ -69,6 +69,7 @@
         return { HalfWidth: HalfWidth, Lift: Lift };
     }
 
+    // The mouth in the viewer's terms: its Left corner is the face's Right one.
     function mouthShape(Weights) {
         const Pucker = weightOf(Weights, "mouthPucker");
         const Funnel = weightOf(Weights, "mouthFunnel");
@@ -99,8 +100,11 @@
         };
     }
 
-    function point(X, Y) {
-        return X.toFixed(2) + "," + Y.toFixed(2);
+    // SVG path data from commands and numbers: pathOf("M", 1, 2, "L", 3, 4).
+    function pathOf() {
+        return Array.prototype.map
+            .call(arguments, (Part) => (typeof Part === "number" ? Part.toFixed(2) : Part))
+            .join(" ");
     }
 
     // A closed lip outline through both corners whose top and bottom pass through TopY
@@ -117,11 +121,8 @@
         const Bottom = (8 * BottomY - LeftY - RightY) / 6;
         const InLeft = Shape.X - (Shape.Left.HalfWidth + Spread) * K;
         const InRight = Shape.X + (Shape.Right.HalfWidth + Spread) * K;
-        return (
-            "M" + point(LeftX, LeftY) +
-            "C" + point(InLeft, Top) + " " + point(InRight, Top) + " " + point(RightX, RightY) +
-            "C" + point(InRight, Bottom) + " " + point(InLeft, Bottom) + " " + point(LeftX, LeftY) + "Z"
-        );
+        const Upper = pathOf("M", LeftX, LeftY, "C", InLeft, Top, InRight, Top, RightX, RightY);
+        return { Upper: Upper, Closed: Upper + pathOf("C", InRight, Bottom, InLeft, Bottom, LeftX, LeftY, "Z") };
     }
 
     function element(Parent, Name, Attributes) {
@@ -174,20 +175,19 @@
         const Wide = weightOf(Weights, "eyeWide" + Face);
         const Blink = weightOf(Weights, "eyeBlink" + Face);
         const Squint = clamp(weightOf(Weights, "eyeSquint" + Face) + 0.5 * weightOf(Weights, "cheekSquint" + Face), 0, 1);
-        const TopControl = Y - 13 * (1 + 0.35 * Wide);
-        set(Eye.Shape, { d: "M" + point(X - 14, Y) + "C" + point(X - 8, TopControl) + " " + point(X + 8, TopControl) + " " + point(X + 14, Y) + "C" + point(X + 8, Y + 9) + " " + point(X - 8, Y + 9) + " " + point(X - 14, Y) + "Z" });
+        const Top = Y - 13 * (1 + 0.35 * Wide);
+        set(Eye.Shape, { d: pathOf("M", X - 14, Y, "C", X - 8, Top, X + 8, Top, X + 14, Y, "C", X + 8, Y + 9, X - 8, Y + 9, X - 14, Y, "Z") });
         // The lid's edge runs from the open eye's top curve down to its bottom one.
         const Lid = lerp(Y - 10 * (1 + 0.35 * Wide) - 3, Y + 13.5, Blink);
-        const LidEdge = "M" + point(X + 14, Y) + "Q" + point(X, Lid) + " " + point(X - 14, Y);
-        set(Eye.Upper, { d: "M" + point(X - 16, Y - 20) + "L" + point(X + 16, Y - 20) + "L" + point(X + 16, Y) + "L" + LidEdge.slice(1) + "L" + point(X - 16, Y) + "Z" });
-        set(Eye.Lash, { d: LidEdge });
+        set(Eye.Upper, { d: pathOf("M", X - 16, Y - 20, "L", X + 16, Y - 20, "L", X + 16, Y, "L", X + 14, Y, "Q", X, Lid, X - 14, Y, "L", X - 16, Y, "Z") });
+        set(Eye.Lash, { d: pathOf("M", X + 14, Y, "Q", X, Lid, X - 14, Y) });
         const LowerLid = lerp(Y + 13.5, Y + 1, 0.6 * Squint);
-        set(Eye.Lower, { d: "M" + point(X - 14, Y) + "Q" + point(X, LowerLid) + " " + point(X + 14, Y) + "L" + point(X + 16, Y + 20) + "L" + point(X - 16, Y + 20) + "Z" });
+        set(Eye.Lower, { d: pathOf("M", X - 14, Y, "Q", X, LowerLid, X + 14, Y, "L", X + 16, Y + 20, "L", X - 16, Y + 20, "Z") });
         const Out = weightOf(Weights, "eyeLookOut" + Face) - weightOf(Weights, "eyeLookIn" + Face);
         const Across = clamp(-0.3 * angleOf(Look, "yaw", 60) + 6 * Side * Out, -7, 7);
         const Down = weightOf(Weights, "eyeLookDown" + Face) - weightOf(Weights, "eyeLookUp" + Face);
         const Up = clamp(0.3 * angleOf(Look, "pitch", 60) + 4 * Down, -4, 4);
-        set(Eye.Iris, { transform: "translate(" + Across.toFixed(2) + " " + Up.toFixed(2) + ")" });
+        set(Eye.Iris, { transform: pathOf("translate(", Across, Up, ")") });
     }
 
     function drawBrow(Parent) {
@@ -196,89 +196,118 @@
 
     function applyBrow(Brow, Weights, Face, Side) {
         const Down = weightOf(Weights, "browDown" + Face);
-        const InnerUp = weightOf(Weights, "browInnerUp");
-        const OuterUp = weightOf(Weights, "browOuterUp" + Face);
-        const InnerX = 100 + Side * (12 - 2 * Down);
-        const OuterX = 100 + Side * 44;
-        const InnerY = 90 - 8 * InnerUp + 4 * Down;
-        const OuterY = 89 - 8 * OuterUp + 2 * Down;
+        const InnerY = 90 - 8 * weightOf(Weights, "browInnerUp") + 4 * Down;
+        const OuterY = 89 - 8 * weightOf(Weights, "browOuterUp" + Face) + 2 * Down;
         const Arch = Math.min(InnerY, OuterY) - 7 + 2 * Down;
-        set(Brow, { d: "M" + point(InnerX, InnerY) + "Q" + point(100 + Side * 30, Arch) + " " + point(OuterX, OuterY) });
+        set(Brow, { d: pathOf("M", 100 + Side * (12 - 2 * Down), InnerY, "Q", 100 + Side * 30, Arch, 100 + Side * 44, OuterY) });
+    }
+
+    function applyCheek(Cheek, Weights, Face, Side) {
+        const Puff = weightOf(Weights, "cheekPuff");
+        const Raise = weightOf(Weights, "cheekSquint" + Face) + weightOf(Weights, "mouthSmile" + Face);
+        set(Cheek, { cx: 100 + Side * (32 + 3 * Puff), cy: 148 - 2.5 * Raise, opacity: (0.18 + 0.22 * Raise + 0.2 * Puff).toFixed(3) });
+    }
+
+    // The nostrils' wings and the tip between them; a sneer lifts the wings.
+    function nosePath(Weights) {
+        const Wing = 139 - 2.5 * pair(Weights, "noseSneer");
+        return pathOf("M", 89, Wing, "Q", 92, Wing + 4, 96, 142, "Q", 100, 145, 104, 142, "Q", 108, Wing + 4, 111, Wing);
     }
 
     function headOutline(Weights, Shape) {
         const Puff = 7 * weightOf(Weights, "cheekPuff");
         const Drop = Math.max(0, 0.85 * (Shape.LowerY - MouthY));
-        const ChinX = 100 + Shape.JawX;
-        const ChinY = 222 + Drop;
-        return (
-            "M100,26C146,26 160,66 160,108" +
-            "C" + point(160 + Puff, 150) + " " + point(152 + Puff / 2, 182) + " " + point(132 + Shape.JawX, 202 + Drop / 2) +
-            "C" + point(122 + Shape.JawX, 214 + Drop) + " " + point(ChinX + 10, ChinY) + " " + point(ChinX, ChinY) +
-            "C" + point(ChinX - 10, ChinY) + " " + point(78 + Shape.JawX, 214 + Drop) + " " + point(68 + Shape.JawX, 202 + Drop / 2) +
-            "C" + point(48 - Puff / 2, 182) + " " + point(40 - Puff, 150) + " 40,108C40,66 54,26 100,26Z"
+        const Jaw = Shape.JawX;
+        const ChinX = 100 + Jaw;
+        const ChinY = 216 + Drop;
+        return pathOf(
+            "M", 100, 26, "C", 146, 26, 161, 66, 161, 108,
+            "C", 161 + Puff, 148, 155 + Puff / 2, 178, 137 + Jaw / 2, 196 + Drop / 2,
+            "C", 126 + Jaw, 208 + Drop, ChinX + 16, ChinY, ChinX, ChinY,
+            "C", ChinX - 16, ChinY, 74 + Jaw, 208 + Drop, 63 + Jaw / 2, 196 + Drop / 2,
+            "C", 45 - Puff / 2, 178, 39 - Puff, 148, 39, 108, "C", 39, 66, 54, 26, 100, 26, "Z"
         );
+    }
+
+    // Neck and shoulders stay; the head, its outline, ears and hair turn on the neck.
+    function drawHead(Svg) {
+        element(Svg, "path", { d: "M84,196L82,236C60,238 30,244 18,250L182,250C170,244 140,238 118,236L116,196Z", fill: "#e2ab86" });
+        const Head = element(Svg, "g", {});
+        element(Head, "ellipse", { cx: 40, cy: 122, rx: 9, ry: 15, fill: "#e7b18d" });
+        element(Head, "ellipse", { cx: 160, cy: 122, rx: 9, ry: 15, fill: "#e7b18d" });
+        const Outline = element(Head, "path", { fill: "#f0c6a4", stroke: "#b77f5e", "stroke-width": 1.2 });
+        const Hair = "M40,112C34,40 78,14 100,14C140,14 170,42 160,112C154,82 140,56 100,54C68,56 50,80 40,112Z";
+        element(Head, "path", { d: Hair, fill: "#3d2618" });
+        return { Head: Head, Outline: Outline, Features: element(Head, "g", {}) };
+    }
+
+    // Lips, then the dark opening between them, the teeth and tongue seen through it,
+    // and the seam where the lips meet, drawn last so closed lips still show it.
+    function drawMouth(Defs, Parent, Id) {
+        const Lips = element(Parent, "path", { fill: "#c4626a", stroke: "#9c4650", "stroke-width": 0.8, class: "cadrel-lips" });
+        const Clip = element(element(Defs, "clipPath", { id: Id }), "path", {});
+        const Opening = element(Parent, "path", { fill: "#4a1820", stroke: "#6e2a33", "stroke-width": 1.1, "stroke-linejoin": "round" });
+        const Inside = element(Parent, "g", { "clip-path": "url(#" + Id + ")" });
+        return {
+            Lips: Lips,
+            Clip: Clip,
+            Opening: Opening,
+            Tongue: element(Inside, "ellipse", { fill: "#c8566a" }),
+            UpperTeeth: element(Inside, "rect", { fill: "#f6f3ea" }),
+            LowerTeeth: element(Inside, "rect", { fill: "#ece7da" }),
+            Seam: element(Parent, "path", { fill: "none", stroke: "#6a2530", "stroke-width": 1.5, "stroke-linecap": "round" }),
+        };
+    }
+
+    function applyMouth(Mouth, Weights, Shape) {
+        const Lips = lipPath(Shape, 2.5, Shape.UpperY - Shape.UpperLip, Shape.LowerY + Shape.LowerLip, Math.min(1, Shape.Round + 0.1));
+        set(Mouth.Lips, { d: Lips.Closed });
+        const Opening = lipPath(Shape, 0, Shape.UpperY, Shape.LowerY, Shape.Round);
+        set(Mouth.Opening, { d: Opening.Closed });
+        set(Mouth.Clip, { d: Opening.Closed });
+        set(Mouth.Seam, { d: Opening.Upper });
+        const Width = Shape.Left.HalfWidth + Shape.Right.HalfWidth;
+        const Left = Shape.X - Shape.Left.HalfWidth;
+        set(Mouth.UpperTeeth, { x: Left + 4, y: Shape.UpperY - 2, width: Math.max(0, Width - 8), height: 2 + Math.min(5, Shape.Gap * 0.35) });
+        set(Mouth.LowerTeeth, { x: Left + 6, y: Shape.LowerY - Math.min(3.5, Shape.Gap * 0.15), width: Math.max(0, Width - 12), height: 4 });
+        const Out = weightOf(Weights, "tongueOut");
+        set(Mouth.Tongue, { cx: Shape.X, cy: Shape.LowerY + 1 - 6 * Out, rx: Width * 0.32, ry: 5 + 6 * Out });
     }
 
     function create(Container) {
         const Prefix = "cadrel-face-" + NextId++;
         const Svg = element(null, "svg", { viewBox: "0 0 200 250", class: "cadrel-face", role: "img", "aria-label": "animated face" });
         const Defs = element(Svg, "defs", {});
-        element(Svg, "path", { d: "M84,196L82,236C60,238 30,244 18,250L182,250C170,244 140,238 118,236L116,196Z", fill: "#e2ab86" });
-        const Head = element(Svg, "g", {});
-        element(Head, "ellipse", { cx: 40, cy: 122, rx: 9, ry: 15, fill: "#e7b18d" });
-        element(Head, "ellipse", { cx: 160, cy: 122, rx: 9, ry: 15, fill: "#e7b18d" });
-        const Outline = element(Head, "path", { fill: "#f0c6a4", stroke: "#b77f5e", "stroke-width": 1.2 });
-        element(Head, "path", { d: "M40,112C34,40 78,14 100,14C140,14 170,42 160,112C154,82 140,56 100,54C68,56 50,80 40,112Z", fill: "#3d2618" });
-        const Features = element(Head, "g", {});
-        const Cheeks = [element(Features, "ellipse", { rx: 12, ry: 7, fill: "#e58f7e" }), element(Features, "ellipse", { rx: 12, ry: 7, fill: "#e58f7e" })];
+        const { Head, Outline, Features } = drawHead(Svg);
+        const Cheeks = [-1, 1].map(() => element(Features, "ellipse", { rx: 12, ry: 7, fill: "#e58f7e" }));
         const Eyes = [drawEye(Defs, Features, Prefix + "-eye-r", 72, 110), drawEye(Defs, Features, Prefix + "-eye-l", 128, 110)];
         const Brows = [drawBrow(Features), drawBrow(Features)];
+        const NoseSide = element(Features, "path", { d: "M95,114Q94,128 91.5,136", fill: "none", stroke: "#d9a582", "stroke-width": 1.4, "stroke-linecap": "round" });
         const Nose = element(Features, "path", { fill: "none", stroke: "#b77f5e", "stroke-width": 1.6, "stroke-linecap": "round" });
-        const Lips = element(Features, "path", { fill: "#c4626a", stroke: "#9c4650", "stroke-width": 0.8 });
-        const MouthClip = element(Defs, "clipPath", { id: Prefix + "-mouth" });
-        const ClipShape = element(MouthClip, "path", {});
-        const Inner = element(Features, "path", { fill: "#4a1820", stroke: "#6e2a33", "stroke-width": 1.1, "stroke-linejoin": "round", class: "cadrel-mouth-opening" });
-        const Inside = element(Features, "g", { "clip-path": "url(#" + Prefix + "-mouth)" });
-        const Tongue = element(Inside, "ellipse", { fill: "#c8566a" });
-        const UpperTeeth = element(Inside, "rect", { fill: "#f6f3ea" });
-        const LowerTeeth = element(Inside, "rect", { fill: "#ece7da" });
+        const Mouth = drawMouth(Defs, Features, Prefix + "-mouth");
         Container.appendChild(Svg);
 
         function apply(Weights, Pose) {
             const HeadPose = (Pose && Pose.head) || {};
             const Shape = mouthShape(Weights);
-            const Yaw = angleOf(HeadPose, "yaw", 45);
-            const Pitch = angleOf(HeadPose, "pitch", 45);
-            set(Head, { transform: "rotate(" + (-angleOf(HeadPose, "roll", 45)).toFixed(2) + " 100 215)" });
-            set(Features, { transform: "translate(" + (-0.35 * Yaw).toFixed(2) + " " + (0.3 * Pitch).toFixed(2) + ")" });
+            set(Head, { transform: pathOf("rotate(", -angleOf(HeadPose, "roll", 45), 100, 215, ")") });
+            set(Features, { transform: pathOf("translate(", -0.35 * angleOf(HeadPose, "yaw", 45), 0.3 * angleOf(HeadPose, "pitch", 45), ")") });
             set(Outline, { d: headOutline(Weights, Shape) });
-            applyEye(Eyes[0], Weights, "Right", Pose && Pose.rightEye, -1);
-            applyEye(Eyes[1], Weights, "Left", Pose && Pose.leftEye, 1);
-            applyBrow(Brows[0], Weights, "Right", -1);
-            applyBrow(Brows[1], Weights, "Left", 1);
-            Cheeks.forEach(function (Cheek, Index) {
-                const Face = Index === 0 ? "Right" : "Left";
-                const Raise = weightOf(Weights, "cheekSquint" + Face) + weightOf(Weights, "mouthSmile" + Face);
-                set(Cheek, { cx: Index === 0 ? 68 - 3 * weightOf(Weights, "cheekPuff") : 132 + 3 * weightOf(Weights, "cheekPuff"), cy: 148 - 2.5 * Raise, opacity: (0.18 + 0.22 * Raise + 0.2 * weightOf(Weights, "cheekPuff")).toFixed(3) });
+            // The viewer's left is the face's Right.
+            [["Right", -1, Pose && Pose.rightEye], ["Left", 1, Pose && Pose.leftEye]].forEach(function ([Face, Side, Look], Index) {
+                applyEye(Eyes[Index], Weights, Face, Look, Side);
+                applyBrow(Brows[Index], Weights, Face, Side);
+                applyCheek(Cheeks[Index], Weights, Face, Side);
             });
-            const Sneer = pair(Weights, "noseSneer");
-            set(Nose, { d: "M98,116Q92," + (138 - 2 * Sneer).toFixed(2) + " 94," + (141 - 2 * Sneer).toFixed(2) + "Q100," + (146 - Sneer).toFixed(2) + " 106," + (141 - 2 * Sneer).toFixed(2) });
-            set(Lips, { d: lipPath(Shape, 2.5, Shape.UpperY - Shape.UpperLip, Shape.LowerY + Shape.LowerLip, Math.min(1, Shape.Round + 0.1)) });
-            const Opening = lipPath(Shape, 0, Shape.UpperY, Shape.LowerY, Shape.Round);
-            set(Inner, { d: Opening });
-            set(ClipShape, { d: Opening });
-            const Width = Shape.Left.HalfWidth + Shape.Right.HalfWidth;
-            const Left = Shape.X - Shape.Left.HalfWidth;
-            set(UpperTeeth, { x: Left + 4, y: Shape.UpperY - 2, width: Math.max(0, Width - 8), height: 2 + Math.min(5, Shape.Gap * 0.35) });
-            set(LowerTeeth, { x: Left + 6, y: Shape.LowerY - Math.min(3.5, Shape.Gap * 0.15), width: Math.max(0, Width - 12), height: 4 });
-            const TongueOut = weightOf(Weights, "tongueOut");
-            set(Tongue, { cx: Shape.X, cy: Shape.LowerY + 1 - 6 * TongueOut, rx: Width * 0.32, ry: 5 + 6 * TongueOut });
+            set(Nose, { d: nosePath(Weights) });
+            set(NoseSide, { transform: pathOf("translate(", 0, -pair(Weights, "noseSneer"), ")") });
+            applyMouth(Mouth, Weights, Shape);
         }
 
         // The gap measured on what the browser fills: the opening's extent on a vertical
         // line through its middle, in the opening path's own user units.
         function drawnMouthOpening() {
+            const Inner = Mouth.Opening;
             const Box = Inner.getBBox();
             const X = Box.x + Box.width / 2;
             const Step = 0.02;
