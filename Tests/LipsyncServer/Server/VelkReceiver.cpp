@@ -129,7 +129,7 @@ void FVelkReceiver::Run()
     }
 }
 
-void FVelkReceiver::WaitForQuiet(int QuietMs, int TimeoutMs) const
+void FVelkReceiver::WaitFor(std::size_t VelkCount, std::size_t AudioCount, int QuietMs, int TimeoutMs) const
 {
     using namespace std::chrono;
     const auto Start = steady_clock::now();
@@ -138,7 +138,8 @@ void FVelkReceiver::WaitForQuiet(int QuietMs, int TimeoutMs) const
         std::this_thread::sleep_for(milliseconds(10));
         std::lock_guard Lock(Mutex);
         const auto Now = steady_clock::now();
-        if (Now - std::max(LastArrival, Start) >= milliseconds(QuietMs) ||
+        const bool bEnough = Received[0].size() >= VelkCount && Received[1].size() >= AudioCount;
+        if ((bEnough && Now - std::max(LastArrival, Start) >= milliseconds(QuietMs)) ||
             Now - Start >= milliseconds(TimeoutMs))
         {
             return;
