@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 
 namespace
@@ -77,6 +78,12 @@ FVelkLink::FVelkLink(const std::string& Host, int VelkPort, int AudioPort)
     : Velk(FTarget::Resolve(Host, VelkPort)), Audio(FTarget::Resolve(Host, AudioPort)), Allowance(BurstBytes),
       LastRefill(std::chrono::steady_clock::now())
 {
+    if (!Velk || !Audio)
+    {
+        std::fprintf(stderr,
+                     "live link: cannot send to \"%s\" (ports %d and %d); nothing will be sent there\n",
+                     Host.c_str(), VelkPort, AudioPort);
+    }
     Sender = std::thread([this] { Run(); });
 }
 
