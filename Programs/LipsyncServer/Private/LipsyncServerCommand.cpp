@@ -31,7 +31,8 @@ void AddLipsyncServerOptions(CLI::App& Command, FLipsyncServerOptions& Options)
     Command.add_option("--audio-port", Options.AudioPort, "UDP port of the live receiver's audio")
         ->check(CLI::Range(1, 65535))
         ->capture_default_str();
-    Command.add_flag("--no-velk{false}", Options.bVelk, "Send nothing to the live receiver");
+    Command.add_flag_callback(
+        "--no-velk", [&Options] { Options.bVelk = false; }, "Send nothing to the live receiver");
 }
 
 int RunLipsyncServerUntilSignal(const FLipsyncServerOptions& Options, const char* ProgramName)

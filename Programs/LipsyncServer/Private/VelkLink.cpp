@@ -5,11 +5,13 @@
 
 #include <netdb.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 
 namespace
@@ -23,6 +25,8 @@ constexpr double MaxQueuedSeconds = 120.0;
 // itself at many times the live rate (60 frames of about 2.8 KB a second).
 constexpr double BurstBytes = 64.0 * 1024.0;
 constexpr double BytesPerSecond = 8.0 * 1024.0 * 1024.0;
+
+constexpr int SenderNice = 5;
 
 double Duration(const FVelkChunk& Chunk)
 {
@@ -74,6 +78,12 @@ FVelkLink::FVelkLink(const std::string& Host, int VelkPort, int AudioPort)
     : Velk(FTarget::Resolve(Host, VelkPort)), Audio(FTarget::Resolve(Host, AudioPort)), Allowance(BurstBytes),
       LastRefill(std::chrono::steady_clock::now())
 {
+    if (!Velk || !Audio)
+    {
+        std::fprintf(stderr,
+                     "live link: cannot send to \"%s\" (ports %d and %d); nothing will be sent there\n",
+                     Host.c_str(), VelkPort, AudioPort);
+    }
     Sender = std::thread([this] { Run(); });
 }
 
@@ -106,6 +116,9 @@ void FVelkLink::Send(FVelkChunk Chunk)
 
 void FVelkLink::Run()
 {
+    // Building a frame's bundle costs about as much as answering a frame; on a busy
+    // machine the answers come first. On Linux a thread has a nice value of its own.
+    setpriority(PRIO_PROCESS, pid_t(gettid()), SenderNice);
     for (;;)
     {
         FVelkChunk Chunk;
@@ -135,14 +148,15 @@ void FVelkLink::SendChunk(const FVelkChunk& Chunk)
             std::int64_t(std::llround((Chunk.StartSeconds + Duration(Chunk)) * VelkPackets::AudioRate));
         const std::vector<std::int16_t> Pcm =
             LinkAudio(Chunk.Samples, Chunk.SampleRate, std::size_t(std::max<std::int64_t>(End - First, 0)));
-        for (const auto& Datagram : VelkPackets::AudioMessages(Chunk.Stream, First, Pcm))
+        for (std::size_t Start = 0; Start < Pcm.size() && !bStopping; Start += VelkPackets::MaxAudioSamples)
         {
-            SendDatagram(*Audio, Datagram);
+            const auto Block = std::span<const std::int16_t>(Pcm).subspan(Start);
+            SendDatagram(*Audio, VelkPackets::AudioMessage(Chunk.Stream, First + std::int64_t(Start), Block));
         }
     }
     if (Velk)
     {
-        for (std::size_t Index = 0; Index < Chunk.Frames.size(); ++Index)
+        for (std::size_t Index = 0; Index < Chunk.Frames.size() && !bStopping; ++Index)
         {
             const std::int64_t Number = Chunk.FirstFrame + std::int64_t(Index);
             SendDatagram(*Velk, VelkPackets::FrameBundle(Chunk.Stream, std::int32_t(Number),

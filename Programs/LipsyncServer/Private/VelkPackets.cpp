@@ -106,33 +106,27 @@ FDatagram FrameBundle(std::int32_t Stream, std::int32_t FrameNumber, double Seco
     return Serialise(Bundle.get());
 }
 
-std::vector<FDatagram> AudioMessages(std::int32_t Stream, std::int64_t FirstSample,
-                                     std::span<const std::int16_t> Samples)
+FDatagram AudioMessage(std::int32_t Stream, std::int64_t FirstSample, std::span<const std::int16_t> Samples)
 {
-    std::vector<FDatagram> Datagrams;
-    for (std::size_t Start = 0; Start < Samples.size(); Start += MaxAudioSamples)
+    const std::size_t Count = std::min(MaxAudioSamples, Samples.size());
+    // The blob is little-endian whatever the machine.
+    std::vector<std::uint8_t> Pcm(Count * 2);
+    for (std::size_t Index = 0; Index < Count; ++Index)
     {
-        const std::size_t Count = std::min(MaxAudioSamples, Samples.size() - Start);
-        // The blob is little-endian whatever the machine.
-        std::vector<std::uint8_t> Pcm(Count * 2);
-        for (std::size_t Index = 0; Index < Count; ++Index)
-        {
-            const auto Sample = std::uint16_t(Samples[Start + Index]);
-            Pcm[2 * Index] = std::uint8_t(Sample & 0xFF);
-            Pcm[2 * Index + 1] = std::uint8_t(Sample >> 8);
-        }
-        const std::unique_ptr<void, FBlobDeleter> Blob(lo_blob_new(std::int32_t(Pcm.size()), Pcm.data()));
-        const std::unique_ptr<void, FMessageDeleter> Message(lo_message_new());
-        lo_message_add_int32(Message.get(), Stream);
-        lo_message_add_int64(Message.get(), FirstSample + std::int64_t(Start));
-        lo_message_add_int32(Message.get(), AudioRate);
-        lo_message_add_blob(Message.get(), Blob.get());
-        FDatagram Bytes(lo_message_length(Message.get(), "/Cadrel/Audio"));
-        std::size_t Size = Bytes.size();
-        lo_message_serialise(Message.get(), "/Cadrel/Audio", Bytes.data(), &Size);
-        Bytes.resize(Size);
-        Datagrams.push_back(std::move(Bytes));
+        const auto Sample = std::uint16_t(Samples[Index]);
+        Pcm[2 * Index] = std::uint8_t(Sample & 0xFF);
+        Pcm[2 * Index + 1] = std::uint8_t(Sample >> 8);
     }
-    return Datagrams;
+    const std::unique_ptr<void, FBlobDeleter> Blob(lo_blob_new(std::int32_t(Pcm.size()), Pcm.data()));
+    const std::unique_ptr<void, FMessageDeleter> Message(lo_message_new());
+    lo_message_add_int32(Message.get(), Stream);
+    lo_message_add_int64(Message.get(), FirstSample);
+    lo_message_add_int32(Message.get(), AudioRate);
+    lo_message_add_blob(Message.get(), Blob.get());
+    FDatagram Bytes(lo_message_length(Message.get(), "/Cadrel/Audio"));
+    std::size_t Size = Bytes.size();
+    lo_message_serialise(Message.get(), "/Cadrel/Audio", Bytes.data(), &Size);
+    Bytes.resize(Size);
+    return Bytes;
 }
 } // namespace VelkPackets

@@ -35,8 +35,7 @@ FQuaternion BoneRotation(const std::array<float, 3>& EulerDegrees);
 FDatagram FrameBundle(std::int32_t Stream, std::int32_t FrameNumber, double Seconds,
                       const LipsyncEngine::FFaceFrame& Frame);
 
-// /Cadrel/Audio messages of at most MaxAudioSamples each, the first starting at
-// sample FirstSample of the stream.
-std::vector<FDatagram> AudioMessages(std::int32_t Stream, std::int64_t FirstSample,
-                                     std::span<const std::int16_t> Samples);
+// One /Cadrel/Audio message carrying the first MaxAudioSamples of Samples at most,
+// which start at sample FirstSample of the stream.
+FDatagram AudioMessage(std::int32_t Stream, std::int64_t FirstSample, std::span<const std::int16_t> Samples);
 } // namespace VelkPackets

@@ -177,7 +177,7 @@ TEST_F(FVelkLinkTest, EveryFrameArrivesAsAVmcBundleAndTheAudioAddsUpOnTheStreamC
     StartServer(LinkedTo(Receiver));
     const std::vector<std::string> Answers = StreamSpeech(*Client, &Elsewhere);
     const int Frames = FramesIn(Answers);
-    Receiver.WaitForQuiet(500, 10000);
+    Receiver.WaitFor(std::size_t(Frames), 1, 300, 20000);
 
     const std::vector<std::string> Bundles = Receiver.VelkDatagrams();
     ASSERT_EQ(int(Bundles.size()), Frames);
@@ -233,7 +233,7 @@ TEST(VelkLinkProgram, FlagsChooseTheReceiverAndNoVelkSendsNothing)
         const FCadrelVelkInfo Velk = ReadVelkInfo(Result->body);
         EXPECT_EQ(Velk.VelkPort, Receiver.VelkPort());
         EXPECT_EQ(Velk.AudioPort, Receiver.AudioPort());
-        Receiver.WaitForQuiet(300, 5000);
+        Receiver.WaitFor(bLink ? 30 : 0, bLink ? 16 : 0, 300, 20000);
         EXPECT_EQ(Receiver.VelkDatagrams().size(), bLink ? 30u : 0u);
         EXPECT_EQ(Receiver.AudioDatagrams().size(), bLink ? 16u : 0u) << "8,000 samples in messages of 512";
     }

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstring>
 
 namespace
 {
@@ -26,31 +27,39 @@ int OpenUdpSocket(int& OutPort)
     return Socket;
 }
 
+// liblo's arguments need not be aligned for their type, so they are copied out.
+template <typename T> double Number(const lo_arg* Argument)
+{
+    T Value;
+    std::memcpy(&Value, Argument, sizeof(T));
+    return double(Value);
+}
+
 void Append(lo_arg** Arguments, const char* Types, int Count, FOscMessage& Out)
 {
     for (int Index = 0; Index < Count; ++Index)
     {
-        const lo_arg& Argument = *Arguments[Index];
+        lo_arg* const Argument = Arguments[Index];
         switch (Types[Index])
         {
         case 's':
-            Out.Texts.emplace_back(&Argument.s);
+            Out.Texts.emplace_back(reinterpret_cast<const char*>(Argument));
             break;
         case 'b':
-            Out.Texts.emplace_back(static_cast<const char*>(lo_blob_dataptr(const_cast<lo_arg*>(&Argument))),
-                                   lo_blob_datasize(const_cast<lo_arg*>(&Argument)));
+            Out.Texts.emplace_back(static_cast<const char*>(lo_blob_dataptr(Argument)),
+                                   lo_blob_datasize(Argument));
             break;
         case 'i':
-            Out.Numbers.push_back(Argument.i);
+            Out.Numbers.push_back(Number<std::int32_t>(Argument));
             break;
         case 'h':
-            Out.Numbers.push_back(double(Argument.h));
+            Out.Numbers.push_back(Number<std::int64_t>(Argument));
             break;
         case 'f':
-            Out.Numbers.push_back(Argument.f);
+            Out.Numbers.push_back(Number<float>(Argument));
             break;
         case 'd':
-            Out.Numbers.push_back(Argument.d);
+            Out.Numbers.push_back(Number<double>(Argument));
             break;
         default:
             break;
@@ -129,7 +138,7 @@ void FVelkReceiver::Run()
     }
 }
 
-void FVelkReceiver::WaitForQuiet(int QuietMs, int TimeoutMs) const
+void FVelkReceiver::WaitFor(std::size_t VelkCount, std::size_t AudioCount, int QuietMs, int TimeoutMs) const
 {
     using namespace std::chrono;
     const auto Start = steady_clock::now();
@@ -138,7 +147,8 @@ void FVelkReceiver::WaitForQuiet(int QuietMs, int TimeoutMs) const
         std::this_thread::sleep_for(milliseconds(10));
         std::lock_guard Lock(Mutex);
         const auto Now = steady_clock::now();
-        if (Now - std::max(LastArrival, Start) >= milliseconds(QuietMs) ||
+        const bool bEnough = Received[0].size() >= VelkCount && Received[1].size() >= AudioCount;
+        if ((bEnough && Now - std::max(LastArrival, Start) >= milliseconds(QuietMs)) ||
             Now - Start >= milliseconds(TimeoutMs))
         {
             return;

@@ -20,8 +20,9 @@ public:
     int VelkPort() const { return Ports[0]; }
     int AudioPort() const { return Ports[1]; }
 
-    // Waits until nothing has arrived for QuietMs, or TimeoutMs in all.
-    void WaitForQuiet(int QuietMs, int TimeoutMs) const;
+    // Waits until at least the given numbers of datagrams have arrived and then
+    // nothing more for QuietMs, or TimeoutMs in all.
+    void WaitFor(std::size_t VelkCount, std::size_t AudioCount, int QuietMs, int TimeoutMs) const;
     std::vector<std::string> VelkDatagrams() const;
     std::vector<std::string> AudioDatagrams() const;
 
