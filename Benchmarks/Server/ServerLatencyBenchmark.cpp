@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <thread>
 #include <vector>
 
 // Latency of one kept-alive loopback connection to an in-process server. Every
@@ -20,13 +21,16 @@ namespace
 {
 using FClock = std::chrono::steady_clock;
 
+// With the live link on, its receiver is not running: the link's cost to an answer
+// is what a server pays whether anyone watches or not.
 struct FBenchServer
 {
-    FBenchServer()
+    explicit FBenchServer(bool bVelk = true)
     {
         FLipsyncServerOptions Options;
         Options.Port = 0;
         Options.bQuiet = true;
+        Options.bVelk = bVelk;
         Server = std::make_unique<FLipsyncServer>(Options);
         std::string Error;
         if (!Server->Start(Error))
@@ -96,6 +100,41 @@ void BM_StreamChunk500ms(benchmark::State& State)
     ReportRatios(State, Seconds, Baseline, 0.020);
 }
 BENCHMARK(BM_StreamChunk500ms)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// The same chunks to the shared server and to one with the live link off, in
+// turn; "x_nolink" is the first's time over the second's (1: the link costs the
+// answer nothing). Chunks follow each other 20 ms apart, 25 times faster than a
+// live stream of 500 ms chunks, so that each chunk's sending is done before the next.
+void BM_StreamChunk500msLinkCost(benchmark::State& State)
+{
+    static FBenchServer Unlinked(false);
+    httplib::Client Linked(SharedServer().Server->BaseUrl());
+    httplib::Client Off(Unlinked.Server->BaseUrl());
+    const std::string Chunk = BenchmarkRequests::SpeechWav(0.5);
+    int Index = 0;
+    double Seconds[2] = {0.0, 0.0};
+    for (auto _ : State)
+    {
+        httplib::Client* Clients[2] = {&Linked, &Off};
+        for (int Which = 0; Which < 2; ++Which)
+        {
+            const auto Start = FClock::now();
+            const auto Result =
+                BenchmarkRequests::Post(*Clients[Which], "/dh/api/v1/zel_stream", Chunk, Index, 8);
+            Seconds[Which] += std::chrono::duration<double>(FClock::now() - Start).count();
+            if (!Result || Result->status != 200)
+            {
+                State.SkipWithError("the chunk was not answered");
+                return;
+            }
+        }
+        ++Index;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    State.counters["ms"] = Seconds[0] * 1000.0 / double(State.iterations());
+    State.counters["x_nolink"] = Seconds[0] / Seconds[1];
+}
+BENCHMARK(BM_StreamChunk500msLinkCost)->UseRealTime()->Unit(benchmark::kMillisecond)->Iterations(100);
 
 void BM_File60s(benchmark::State& State)
 {

@@ -2,6 +2,7 @@
 
 #include "MemorySoundFile.h"
 #include "RegularFile.h"
+#include "SentWav.h"
 #include "WavLayout.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ std::string Decode(std::span<const uint8> Bytes, SF_INFO& OutInfo, std::vector<f
         return "libsndfile finds no channels or no sample rate in it";
     }
     OutMono = DecodeMono(Sound.Get(), OutInfo, Bytes.size());
-    return OutMono.empty() ? "the data chunk holds no whole sample frame" : "";
+    return OutMono.empty() ? "it holds no whole sample frame" : "";
 }
 } // namespace
 
@@ -83,7 +84,10 @@ bool ReadWavBytes(const std::string& Name, TArray<uint8> Bytes, FWavFile& OutWav
         return false;
     };
     const std::span<const uint8> View(Bytes.GetData(), std::size_t(Bytes.Num()));
-    if (std::string Problem = CheckWavLayout(View); !Problem.empty())
+    // WAV files get the layout check, whose words are plainer than libsndfile's;
+    // any other file is whatever libsndfile makes of it.
+    const bool bRiff = IsRiffWave(View);
+    if (std::string Problem = bRiff || View.empty() ? CheckWavLayout(View) : ""; !Problem.empty())
     {
         return Refuse(Problem);
     }
@@ -91,7 +95,16 @@ bool ReadWavBytes(const std::string& Name, TArray<uint8> Bytes, FWavFile& OutWav
     std::vector<float> Mono;
     if (std::string Problem = Decode(View, Info, Mono); !Problem.empty())
     {
-        return Refuse(Problem);
+        return Refuse(bRiff ? Problem : "not a sound file: " + Problem);
+    }
+    if (!IsSentAsItIs(Info))
+    {
+        Bytes = PcmWav(Mono, Info.samplerate);
+        Info.channels = 1;
+        if (Bytes.Num() == 0)
+        {
+            return Refuse("libsndfile cannot write it as 16-bit PCM WAV");
+        }
     }
     OutWav = FWavFile{};
     OutWav.Path = Name;

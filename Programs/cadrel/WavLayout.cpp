@@ -63,13 +63,18 @@ std::string CheckFormat(std::span<const uint8> Bytes, uint64 Body, uint64 Size)
 }
 } // namespace
 
+bool IsRiffWave(std::span<const uint8> Bytes)
+{
+    return Bytes.size() >= 12 && TagAt(Bytes, 0) == "RIFF" && TagAt(Bytes, 8) == "WAVE";
+}
+
 std::string CheckWavLayout(std::span<const uint8> Bytes)
 {
     if (Bytes.empty())
     {
         return "the file is empty";
     }
-    if (Bytes.size() < 12 || TagAt(Bytes, 0) != "RIFF" || TagAt(Bytes, 8) != "WAVE")
+    if (!IsRiffWave(Bytes))
     {
         return "not a WAV file: it does not begin with a RIFF/WAVE header";
     }

@@ -4,6 +4,7 @@
 #include "ServeCommand.h"
 #include "SettingsCommand.h"
 #include "StreamCommand.h"
+#include "ViewCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -17,6 +18,7 @@ int main(int argc, char** argv)
     FConvertCommand Convert(App);
     FRequestCommand Request(App);
     FSettingsCommand Settings(App);
+    FViewCommand View(App);
     // Set after the commands are added, so that their own help does not repeat it.
     App.footer("Without a command, cadrel runs `request` with its defaults. Run `cadrel <command> --help` "
                "for a command's options.");
@@ -37,6 +39,10 @@ int main(int argc, char** argv)
     if (Convert.WasChosen())
     {
         return Convert.Run();
+    }
+    if (View.WasChosen())
+    {
+        return View.Run();
     }
     if (Settings.WasChosen())
     {

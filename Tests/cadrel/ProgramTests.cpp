@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <set>
 
 // The cadrel program as a user runs it: in an empty folder, on real WAV files,
@@ -209,4 +210,34 @@ TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
     FTestProject::Write(Project.Root / "broken.json", "{\"exportFps\":");
     EXPECT_TRUE(Cadrel("convert broken.json").IsOneLineFailure());
     EXPECT_FALSE(std::filesystem::exists(Project.Root / "broken.csv"));
+}
+
+TEST_F(FProgramTest, SoundOfOtherFormatsIsAnimatedLikeTheWavItCameFrom)
+{
+    // Made from the demo speech by sox: files that a server taking only PCM WAV refuses as they are.
+    const std::pair<std::string, std::string> Made[] = {
+        {"take.flac", ""},
+        {"vorbis.ogg", ""},
+        {"ulaw.wav", "-e mu-law"},
+        {"surround.wav", "-c 6 -r 96000"},
+    };
+    std::string Files;
+    for (const auto& [Name, Options] : Made)
+    {
+        const std::string Command = "sox '" + (Project.Root / "speech.wav").string() + "' " + Options + " '" +
+                                    (Project.Root / Name).string() + "'";
+        ASSERT_EQ(std::system(Command.c_str()), 0) << Command;
+        Files += " " + Name;
+    }
+    const FCadrelRun Run = Cadrel("lipsync" + Files + " --out out --format json");
+    ASSERT_EQ(Run.ExitCode, 0) << Run.Error;
+    for (const auto& [Name, Options] : Made)
+    {
+        const FCadrelZELResponse Animation =
+            ReadBack(Project.Root / "out" / std::filesystem::path(Name).replace_extension(".json"));
+        EXPECT_NEAR(Animation.Frames.Num(), 310, 2) << Name;
+    }
+    const FCadrelRun Streamed = Cadrel("stream take.flac --chunk-ms 1000");
+    ASSERT_EQ(Streamed.ExitCode, 0) << Streamed.Error;
+    EXPECT_NE(Streamed.Out.find("6 chunks"), std::string::npos) << Streamed.Out;
 }

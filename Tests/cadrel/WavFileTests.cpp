@@ -1,10 +1,12 @@
 #include "WavFile.h"
+#include "MemorySoundFile.h"
 #include "WavTestFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
+#include <iostream>
 #include <limits>
 
 #include <sys/stat.h>
@@ -63,8 +65,8 @@ TEST(WavFileTest, RefusesEveryBrokenFileNamingItAndTheFault)
         {[&] {
              return File({'h', 'e', 'l', 'l', 'o', '\n'});
          },
-         "not a WAV file"},
-        {[&] { return File(std::vector<uint8>(Good.begin(), Good.begin() + 11)); }, "not a WAV file"},
+         "not a sound file"},
+        {[&] { return File(std::vector<uint8>(Good.begin(), Good.begin() + 11)); }, "not a sound file"},
         {[&] { return File(Renamed(Good, 12, "junk")); }, "there is no fmt chunk"},
         {[&] { return File(WithSize(Good, 16, 14, Good.size())); }, "the fmt chunk is too short"},
         {[&] { return File(Renamed(Good, 22, "\0\0\x80\x3e")); }, "the fmt chunk gives 0 channels"},
@@ -130,5 +132,73 @@ TEST(WavFileTest, ReadsMonoStereoFloatAndPaddedFilesAsTheyAre)
         {
             EXPECT_NEAR(Wav.Mono[Index], Case.Mono[Index], 1e-6f) << Index;
         }
+    }
+}
+
+TEST(WavFileTest, OtherSoundIsSentAsSixteenBitMonoPcmWav)
+{
+    FWavScratch Scratch;
+    struct FCase
+    {
+        const char* Name;
+        int Format;
+        int Rate;
+        int Channels;
+    };
+    const FCase Cases[] = {
+        {"FLAC", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, 2},
+        {"Ogg Vorbis", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 22050, 1},
+        {"Ogg Opus", SF_FORMAT_OGG | SF_FORMAT_OPUS, 48000, 1},
+        {"AIFF", SF_FORMAT_AIFF | SF_FORMAT_PCM_16, 16000, 1},
+        {"MP3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 44100, 1},
+        {"A-law WAV", SF_FORMAT_WAV | SF_FORMAT_ALAW, 8000, 1},
+        {"mu-law WAV", SF_FORMAT_WAV | SF_FORMAT_ULAW, 8000, 2},
+        {"IMA ADPCM WAV", SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, 16000, 1},
+        {"MS ADPCM WAV", SF_FORMAT_WAV | SF_FORMAT_MS_ADPCM, 16000, 2},
+        {"5.1 WAV at 96 kHz", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 96000, 6},
+        {"8-bit WAV", SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 16000, 1},
+        {"64-bit float WAV", SF_FORMAT_WAV | SF_FORMAT_DOUBLE, 16000, 1},
+    };
+    for (const FCase& Case : Cases)
+    {
+        SF_INFO Wanted{};
+        Wanted.samplerate = Case.Rate;
+        Wanted.channels = Case.Channels;
+        Wanted.format = Case.Format;
+        if (!sf_format_check(&Wanted))
+        {
+            std::cout << Case.Name << ": this libsndfile does not write it\n";
+            continue;
+        }
+        // Three quarters of a second of a 220 Hz tone at half scale in every channel.
+        std::vector<float> Samples;
+        for (int Frame = 0; Frame < Case.Rate * 3 / 4; ++Frame)
+        {
+            Samples.insert(Samples.end(), std::size_t(Case.Channels),
+                           0.5f * float(std::sin(2.0 * 3.14159265 * 220.0 * Frame / Case.Rate)));
+        }
+        const std::string Path =
+            Scratch.Write("sound", Scratch.MakeWav(Case.Rate, Case.Channels, Samples, Case.Format));
+        FWavFile Wav;
+        std::string Error;
+        ASSERT_TRUE(ReadWavFile(Path, Wav, Error)) << Case.Name << ": " << Error;
+
+        FMemorySoundFile Sent;
+        SF_INFO Info;
+        ASSERT_TRUE(Sent.OpenForReading(
+            std::span<const uint8>(Wav.Bytes.GetData(), std::size_t(Wav.Bytes.Num())), Info));
+        EXPECT_EQ(Info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_16) << Case.Name;
+        EXPECT_EQ(Info.channels, 1) << Case.Name;
+        EXPECT_EQ(Info.samplerate, Case.Rate) << Case.Name;
+        // Lossy codecs add a little padding; the sound keeps its length and loudness.
+        EXPECT_NEAR(double(Info.frames) / Case.Rate, 0.75, 0.06) << Case.Name;
+        std::vector<float> Mono(std::size_t(Info.frames));
+        sf_readf_float(Sent.Get(), Mono.data(), Info.frames);
+        double Energy = 0.0;
+        for (const float Sample : Mono)
+        {
+            Energy += double(Sample) * Sample;
+        }
+        EXPECT_NEAR(std::sqrt(Energy / double(Mono.size())), 0.5 / std::sqrt(2.0), 0.05) << Case.Name;
     }
 }

@@ -39,7 +39,7 @@ public:
         return std::vector<uint8>(std::istreambuf_iterator<char>(File), {});
     }
 
-    // Interleaved samples written in the given libsndfile encoding; the file's bytes.
+    // Interleaved samples written in the given libsndfile encoding or format; the file's bytes.
     template <typename SampleType>
     std::vector<uint8> MakeWav(int Rate, int Channels, const std::vector<SampleType>& Samples,
                                int Encoding = SF_FORMAT_PCM_16) const
@@ -48,7 +48,8 @@ public:
         SF_INFO Info{};
         Info.samplerate = Rate;
         Info.channels = Channels;
-        Info.format = SF_FORMAT_WAV | Encoding;
+        // An encoding alone is a WAV file's; a whole format names its container too.
+        Info.format = (Encoding & SF_FORMAT_TYPEMASK) != 0 ? Encoding : SF_FORMAT_WAV | Encoding;
         SNDFILE* Sound = sf_open(File.c_str(), SFM_WRITE, &Info);
         if constexpr (std::is_same_v<SampleType, short>)
         {

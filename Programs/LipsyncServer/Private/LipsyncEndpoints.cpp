@@ -16,7 +16,13 @@ void Refuse(httplib::Response& Response, const FRequestError& Error)
 FLipsyncEndpoints::FLipsyncEndpoints(const FLipsyncServerOptions& InOptions)
     : Options(InOptions), Streams(InOptions.MaxStreams, std::chrono::seconds(InOptions.StreamIdleSeconds))
 {
+    if (Options.bVelk)
+    {
+        Link = std::make_unique<FVelkLink>(Options.VelkHost, Options.VelkPort, Options.AudioPort);
+    }
 }
+
+FLipsyncEndpoints::~FLipsyncEndpoints() = default;
 
 void FLipsyncEndpoints::Register(httplib::Server& Server)
 {
@@ -85,9 +91,18 @@ std::vector<LipsyncEngine::FFaceFrame> FLipsyncEndpoints::Animate(const FEndpoin
         LipsyncEngine::FFaceEngine Engine(Animation);
         return Engine.Animate(Audio.Samples, Audio.SampleRate);
     }
-    FStreamStates::FEngine Engine = Streams.Take(Request.MainIndex, Request.Index, Animation);
+    FStreamClock Clock;
+    FStreamStates::FEngine Engine = Streams.Take(Request.MainIndex, Request.Index, Animation, Clock);
     std::vector<LipsyncEngine::FFaceFrame> Frames = Engine->Animate(Audio.Samples, Audio.SampleRate);
-    Streams.Keep(Request.MainIndex, Request.Index, std::move(Engine));
+    const FStreamClock Start = Clock;
+    Clock.Frames += std::int64_t(Frames.size());
+    Clock.Seconds += Audio.Seconds();
+    Streams.Keep(Request.MainIndex, Request.Index, std::move(Engine), Clock);
+    if (Link)
+    {
+        Link->Send(FVelkChunk{Request.MainIndex, Start.Frames, Options.Fps, Frames, Audio.Samples,
+                              Audio.SampleRate, Start.Seconds});
+    }
     return Frames;
 }
 

@@ -4,9 +4,11 @@
 #include "AnswerWriter.h"
 #include "LipsyncRequest.h"
 #include "StreamStates.h"
+#include "VelkLink.h"
 
 #include <httplib.h>
 
+#include <memory>
 #include <string>
 
 // The lipsync endpoints and /healthz: check the request, animate its speech,
@@ -15,6 +17,7 @@ class FLipsyncEndpoints
 {
 public:
     explicit FLipsyncEndpoints(const FLipsyncServerOptions& Options);
+    ~FLipsyncEndpoints();
 
     void Register(httplib::Server& Server);
 
@@ -38,6 +41,8 @@ private:
 
     const FLipsyncServerOptions& Options;
     FStreamStates Streams;
+    // Null with the link turned off.
+    std::unique_ptr<FVelkLink> Link;
 };
 
 void Refuse(httplib::Response& Response, const FRequestError& Error);

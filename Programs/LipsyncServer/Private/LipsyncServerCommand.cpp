@@ -22,6 +22,17 @@ void AddLipsyncServerOptions(CLI::App& Command, FLipsyncServerOptions& Options)
         ->check(CLI::PositiveNumber)
         ->capture_default_str();
     Command.add_flag("--quiet", Options.bQuiet, "No access log on standard error");
+    Command
+        .add_option("--velk-host", Options.VelkHost, "Live receiver (VMC over OSC) that stream chunks drive")
+        ->capture_default_str();
+    Command.add_option("--velk-port", Options.VelkPort, "UDP port of the live receiver's VMC frames")
+        ->check(CLI::Range(1, 65535))
+        ->capture_default_str();
+    Command.add_option("--audio-port", Options.AudioPort, "UDP port of the live receiver's audio")
+        ->check(CLI::Range(1, 65535))
+        ->capture_default_str();
+    Command.add_flag_callback(
+        "--no-velk", [&Options] { Options.bVelk = false; }, "Send nothing to the live receiver");
 }
 
 int RunLipsyncServerUntilSignal(const FLipsyncServerOptions& Options, const char* ProgramName)

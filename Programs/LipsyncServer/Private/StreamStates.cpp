@@ -8,9 +8,11 @@ FStreamStates::FStreamStates(std::size_t InMaxStreams, FClock::duration InIdleTi
 }
 
 FStreamStates::FEngine FStreamStates::Take(int MainIndex, int Index,
-                                           const LipsyncEngine::FAnimationOptions& Options)
+                                           const LipsyncEngine::FAnimationOptions& Options,
+                                           FStreamClock& OutClock)
 {
     FEngine Engine;
+    OutClock = FStreamClock{};
     {
         std::lock_guard Lock(Mutex);
         ForgetIdle(FClock::now());
@@ -20,6 +22,7 @@ FStreamStates::FEngine FStreamStates::Take(int MainIndex, int Index,
             if (Found->second.Index < Index)
             {
                 Engine = std::move(Found->second.Engine);
+                OutClock = Found->second.StreamClock;
             }
             Entries.erase(Found);
         }
@@ -32,7 +35,7 @@ FStreamStates::FEngine FStreamStates::Take(int MainIndex, int Index,
     return Engine;
 }
 
-void FStreamStates::Keep(int MainIndex, int Index, FEngine Engine)
+void FStreamStates::Keep(int MainIndex, int Index, FEngine Engine, FStreamClock Clock)
 {
     const FClock::time_point Now = FClock::now();
     // The engine that loses is destroyed after the lock is released.
@@ -48,7 +51,7 @@ void FStreamStates::Keep(int MainIndex, int Index, FEngine Engine)
             return;
         }
         Dropped = std::move(Found->second.Engine);
-        Found->second = FEntry{std::move(Engine), Index, Now};
+        Found->second = FEntry{std::move(Engine), Index, Now, Clock};
         return;
     }
     if (Entries.size() >= MaxStreams)
@@ -59,7 +62,7 @@ void FStreamStates::Keep(int MainIndex, int Index, FEngine Engine)
         Dropped = std::move(Oldest->second.Engine);
         Entries.erase(Oldest);
     }
-    Entries.emplace(MainIndex, FEntry{std::move(Engine), Index, Now});
+    Entries.emplace(MainIndex, FEntry{std::move(Engine), Index, Now, Clock});
 }
 
 std::size_t FStreamStates::Count() const

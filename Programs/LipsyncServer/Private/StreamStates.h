@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -14,6 +15,14 @@
 // A chunk of a stream not held here, or not later than the last one seen (a repeat
 // or a restarted stream), starts from rest: behind a load balancer a chunk may
 // land on any instance.
+// Where a stream stands on its own clock: frames answered and seconds of audio
+// received so far. The live link numbers frames and samples from it.
+struct FStreamClock
+{
+    std::int64_t Frames = 0;
+    double Seconds = 0.0;
+};
+
 class FStreamStates
 {
 public:
@@ -22,13 +31,15 @@ public:
 
     FStreamStates(std::size_t MaxStreams, FClock::duration IdleTimeout);
 
-    // The engine to animate chunk Index of stream MainIndex with; the stream's
-    // entry is taken out, so two chunks of one stream never share an engine.
-    FEngine Take(int MainIndex, int Index, const LipsyncEngine::FAnimationOptions& Options);
+    // The engine to animate chunk Index of stream MainIndex with, and the stream's
+    // clock (zero when the engine starts from rest); the stream's entry is taken
+    // out, so two chunks of one stream never share an engine.
+    FEngine Take(int MainIndex, int Index, const LipsyncEngine::FAnimationOptions& Options,
+                 FStreamClock& OutClock);
 
-    // Keeps the engine for the stream's next chunk, unless a later chunk of the
-    // same stream was put back meanwhile.
-    void Keep(int MainIndex, int Index, FEngine Engine);
+    // Keeps the engine and the clock for the stream's next chunk, unless a later
+    // chunk of the same stream was put back meanwhile.
+    void Keep(int MainIndex, int Index, FEngine Engine, FStreamClock Clock);
 
     std::size_t Count() const;
 
@@ -38,6 +49,7 @@ private:
         FEngine Engine;
         int Index = 0;
         FClock::time_point LastUse;
+        FStreamClock StreamClock;
     };
 
     void ForgetIdle(FClock::time_point Now);

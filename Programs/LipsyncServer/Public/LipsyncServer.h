@@ -23,10 +23,12 @@ struct FLipsyncServerOptions
     // connections at once. With 0 a connection stays only while its next request
     // follows within milliseconds.
     int KeepAliveSeconds = 5;
-    // The live animation receiver that stream answers point clients to.
+    // The live animation receiver that stream answers point clients to, and that
+    // the server sends every answered chunk's frames and audio to unless !bVelk.
     std::string VelkHost = "127.0.0.1";
     int VelkPort = 9012;
     int AudioPort = 9013;
+    bool bVelk = true;
     std::size_t MaxStreams = 1024;
     int StreamIdleSeconds = 60;
 };

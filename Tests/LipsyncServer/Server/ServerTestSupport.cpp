@@ -56,12 +56,14 @@ std::string MakeWav(const FWavSpec& Spec)
     AppendLittleEndian(Format, Spec.Bits, 2);
 
     std::string Data;
-    const auto Frames = std::size_t(Spec.Seconds * Spec.SampleRate);
+    const bool bTone = Spec.Samples.empty();
+    const auto Frames = bTone ? std::size_t(Spec.Seconds * Spec.SampleRate) : Spec.Samples.size();
     for (std::size_t Frame = 0; Frame < Frames; ++Frame)
     {
         const double Time = double(Frame) / Spec.SampleRate;
         const double Envelope = 0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * 3.0 * Time);
-        const double Value = 0.6 * Envelope * std::sin(2.0 * std::numbers::pi * 180.0 * Time);
+        const double Value =
+            bTone ? 0.6 * Envelope * std::sin(2.0 * std::numbers::pi * 180.0 * Time) : Spec.Samples[Frame];
         for (int Channel = 0; Channel < Spec.Channels; ++Channel)
         {
             AppendSample(Data, Value, Spec);

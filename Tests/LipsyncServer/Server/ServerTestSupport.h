@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // How a test WAV file is made: a voiced tone whose loudness rises and falls a few
 // times a second, like syllables.
@@ -18,6 +19,8 @@ struct FWavSpec
     double Seconds = 1.0;
     // A "LIST" chunk before "fmt " and "data" after it, as some editors write.
     bool bListFirst = false;
+    // When not empty, these samples in every channel instead of the tone.
+    std::vector<float> Samples = {};
 };
 
 std::string MakeWav(const FWavSpec& Spec);
