@@ -5,9 +5,9 @@
 #include "IdleMotion.h"
 #include "MouthMapping.h"
 #include "Resampler.h"
-#include "SpeakerNormaliser.h"
-#include "SpeechFeatures.h"
-#include "VisemeClassifier.h"
+#include "FeatureNormaliser.h"
+#include "MelSpectrum.h"
+#include "VisemeNetwork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,8 +56,9 @@ struct FFaceEngine::FState
     std::int64_t SpeechOffset = 0;
     std::int64_t AnalysedFrames = 0;
 
-    FFeatureExtractor Extractor;
-    FSpeakerNormaliser Normaliser;
+    FMelAnalyser Analyser;
+    FFeatureNormaliser Normaliser;
+    FVisemeNetwork Network;
     FMouthMapper Mouth;
     FIdleMotion Idle;
     FWeights MouthWeights{};
@@ -103,8 +104,8 @@ struct FFaceEngine::FState
 
     void AnalyseWindow(std::span<const float> Window)
     {
-        const FNormalisedFeatures Features = Normaliser.Normalise(Extractor.Extract(Window));
-        Mouth.Step(ClassifyViseme(Features), Features, MouthWeights);
+        const FFrameFeatures Features = Normaliser.Normalise(Analyser.Analyse(Window));
+        Mouth.Step(Network.Classify(Features), Normaliser.LevelDb(), MouthWeights);
         Idle.Step(MouthWeights[EBlendShape::JawOpen]);
         // A new emotion fades in over about half a second.
         const FWeights Target = EmotionShapes(Options.Emotion);

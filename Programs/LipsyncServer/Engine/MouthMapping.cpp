@@ -34,19 +34,11 @@ float Share(const FVisemeWeights& Visemes, EViseme Viseme)
     return Visemes[static_cast<std::size_t>(Viseme)];
 }
 
-// Loudness opens the jaw: nothing below 30 dB under the speaker's vowels, fully at
-// their level.
-float Openness(const FNormalisedFeatures& Features)
+// Loudness opens the jaw a little further: from half way 30 dB under the
+// speaker's loud speech to fully at its level.
+float Openness(float LevelDb)
 {
-    return std::clamp((Features.Level + 30.0f) / 24.0f, 0.0f, 1.0f);
-}
-
-// Hiss above 4 kHz with many zero crossings: a fricative, which narrows the mouth.
-float Frication(const FNormalisedFeatures& Features)
-{
-    const float Hiss = std::clamp((Features.HighBandDb + 8.0f) / 10.0f, 0.0f, 1.0f);
-    const float Noisy = std::clamp((Features.ZeroCrossingRate - 0.15f) / 0.2f, 0.0f, 1.0f);
-    return Hiss * Noisy;
+    return 0.5f + 0.5f * std::clamp((LevelDb + 30.0f) / 24.0f, 0.0f, 1.0f);
 }
 
 void SetPair(FWeights& Weights, std::size_t Left, std::size_t Right, float Value)
@@ -56,7 +48,7 @@ void SetPair(FWeights& Weights, std::size_t Left, std::size_t Right, float Value
 }
 } // namespace
 
-void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures& Features, FWeights& Weights)
+void FMouthMapper::Step(const FVisemeWeights& Visemes, float LevelDb, FWeights& Weights)
 {
     for (std::size_t Index = 0; Index < NumVisemes; ++Index)
     {
@@ -67,10 +59,8 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures
     const float Rounded = Share(Smoothed, EViseme::Rounded);
     const float Spread = Share(Smoothed, EViseme::Spread);
     const float Other = Share(Smoothed, EViseme::Other);
-    const float Narrow = 1.0f - 0.5f * Frication(Features);
 
-    const float Jaw =
-        Openness(Features) * Narrow * (0.75f * Open + 0.3f * Rounded + 0.3f * Spread + 0.4f * Other);
+    const float Jaw = Openness(LevelDb) * (0.75f * Open + 0.3f * Rounded + 0.3f * Spread + 0.4f * Other);
     Targets[JawOpen] = Jaw;
     Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(1.6f * Closed, 0.0f, 1.0f);
     SetPair(Targets, MouthPressLeft, MouthPressRight, 0.5f * Closed);
@@ -80,7 +70,6 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures
     SetPair(Targets, MouthSmileLeft, MouthSmileRight, 0.25f * Spread);
     SetPair(Targets, MouthLowerDownLeft, MouthLowerDownRight, 0.4f * Jaw * (1.0f - Rounded));
     SetPair(Targets, MouthUpperUpLeft, MouthUpperUpRight, 0.2f * Jaw * (1.0f - Rounded));
-    Targets[MouthShrugUpper] = 0.3f * (1.0f - Narrow);
 
     Weights[JawOpen] = Approach(Weights[JawOpen], Targets[JawOpen], JawRate);
     // Lips cannot close further than the jaw lets them.
@@ -92,7 +81,7 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures
     }
     for (std::size_t Shape :
          {MouthFunnel, MouthPucker, MouthStretchLeft, MouthStretchRight, MouthSmileLeft, MouthSmileRight,
-          MouthLowerDownLeft, MouthLowerDownRight, MouthUpperUpLeft, MouthUpperUpRight, MouthShrugUpper})
+          MouthLowerDownLeft, MouthLowerDownRight, MouthUpperUpLeft, MouthUpperUpRight})
     {
         Weights[Shape] = Approach(Weights[Shape], Targets[Shape], ShapeRate);
     }
