@@ -21,14 +21,14 @@ namespace
 // still hold this much of the newest audio, and a frame must not depend on how the
 // audio was chunked. Every millisecond here delays the mouth, so it is as short as
 // each rate allows: soxr's low-quality filter with small transforms holds about
-// 4.5 ms above 16 kHz and 13 ms at 8 kHz.
+// 4.5 ms above 16 kHz, and the cubic interpolation below 16 kHz about a sample.
 std::int64_t ResamplerAllowance(int SampleRate)
 {
     if (SampleRate == AnalysisRate)
     {
         return 0;
     }
-    return SampleRate > AnalysisRate ? AnalysisRate * 6 / 1000 : AnalysisRate * 16 / 1000;
+    return SampleRate > AnalysisRate ? AnalysisRate * 6 / 1000 : AnalysisRate * 2 / 1000;
 }
 
 float SanitizeSample(float Sample)

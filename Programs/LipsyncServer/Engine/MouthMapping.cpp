@@ -19,10 +19,10 @@ struct FRate
 
 // Lips close faster than they part, and the jaw follows loudness closely; lip
 // shapes build up over a few frames so that a short sound only colours them.
-constexpr FRate VisemeRate = {0.7f, 0.5f};
-constexpr FRate JawRate = {0.5f, 0.45f};
-constexpr FRate LipCloseRate = {0.7f, 0.4f};
-constexpr FRate ShapeRate = {0.6f, 0.45f};
+constexpr FRate VisemeRate = {0.9f, 0.8f};
+constexpr FRate JawRate = {0.7f, 0.6f};
+constexpr FRate LipCloseRate = {0.85f, 0.6f};
+constexpr FRate ShapeRate = {0.75f, 0.6f};
 
 float Approach(float Current, float Target, FRate Rate)
 {
