@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace LipsyncEngine
@@ -32,14 +33,14 @@ class FVisemeNetwork
 public:
     FVisemeNetwork();
 
-    FVisemeWeights Classify(const FFrameFeatures& Features);
+    // Frames in order, continuing from the previous call: one result per frame.
+    std::vector<FVisemeWeights> Classify(std::span<const FFrameFeatures> Frames);
 
 private:
+    void Remember(const FFrameFeatures& Features);
+
     // The recent frames, oldest first, zeros before the first.
     std::vector<float> History;
-    std::vector<float> Input;
-    std::vector<float> Hidden1;
-    std::vector<float> Hidden2;
 };
 
 } // namespace LipsyncEngine
