@@ -96,7 +96,7 @@ void PrintRow(const std::string& Title, const FCell& Cell)
     {
         std::printf("  %5.1f%%", 100.0 * Cell.Engine.Of(static_cast<EMouthClass>(Index)));
     }
-    std::printf("\n");
+    std::printf("  %5.1f%%\n", 100.0 * Cell.Engine.Specificity());
 }
 
 bool CellPasses(const FCell& Cell, double MinOverall, double MinClass)
@@ -107,7 +107,7 @@ bool CellPasses(const FCell& Cell, double MinOverall, double MinClass)
         const auto Class = static_cast<EMouthClass>(Index);
         bPassed = bPassed && (Cell.Engine.Totals[Index] == 0 || Cell.Engine.Of(Class) >= MinClass);
     }
-    return bPassed;
+    return bPassed && (Cell.Engine.SpecificTotal == 0 || Cell.Engine.Specificity() >= MinClass);
 }
 
 // Every take of a corpus list, per voice family and recording condition, beside
@@ -136,7 +136,7 @@ bool ScoreCorpus(const std::string& ListPath, int Fps, double MinOverall, double
     {
         std::printf("  %6.6s", std::string(MouthClassName(static_cast<EMouthClass>(Index))).c_str());
     }
-    std::printf("\n");
+    std::printf("  %6s\n", "specif");
     std::map<std::string, FCell> ByCondition;
     FCell All;
     for (const auto& [Key, Cell] : Cells)
