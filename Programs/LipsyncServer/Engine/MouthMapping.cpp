@@ -62,7 +62,9 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, float LevelDb, FWeights& 
 
     const float Jaw = Openness(LevelDb) * (0.75f * Open + 0.3f * Rounded + 0.3f * Spread + 0.4f * Other);
     Targets[JawOpen] = Jaw;
-    Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(1.6f * Closed, 0.0f, 1.0f);
+    // The lips meet once bilabials hold a quarter of the frame: in a room the
+    // closure fills with the tail of the sound before it, and the network hedges.
+    Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(4.0f * Closed, 0.0f, 1.0f);
     SetPair(Targets, MouthPressLeft, MouthPressRight, 0.5f * Closed);
     Targets[MouthFunnel] = 0.55f * Rounded;
     Targets[MouthPucker] = 0.65f * Rounded;
