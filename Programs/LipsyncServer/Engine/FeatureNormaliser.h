@@ -23,9 +23,8 @@ class FFeatureNormaliser
 public:
     FFrameFeatures Normalise(const FMelFrame& Frame);
 
-    // dB below the recent loud speech (0 at its level), and above the noise floor.
+    // The last frame's level in dB below the recent loud speech (0 at its level).
     float LevelDb() const { return Level; }
-    float AboveFloorDb() const { return AboveFloor; }
 
 private:
     void TrackLevel(float EnergyDb);
