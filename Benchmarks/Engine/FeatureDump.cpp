@@ -1,10 +1,13 @@
-// Writes the engine's per-frame speaker-normalised features with the class of the
-// phoneme in force, as CSV, for fitting the viseme classifier (fit_visemes.py).
-#include "Corpus.h"
+// Writes the engine's normalised frame features of every take in a corpus list
+// (PATH.wav gives PATH.features: float32, one row of NumFrameFeatures per 10 ms
+// frame), for tools/engine-training/train.py. The features come from the engine's
+// own code, so training sees exactly what the engine computes.
+#include "FeatureNormaliser.h"
+#include "LabelledTakes.h"
+#include "MelSpectrum.h"
 #include "Resampler.h"
-#include "SpeakerNormaliser.h"
-#include "SpeechFeatures.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -13,36 +16,31 @@ namespace
 using namespace LipsyncEngine;
 using namespace EngineBench;
 
-// Classes as the classifier numbers them: the scored ones, then every other phoneme.
-int ClassAt(const FTestSpeech& Speech, double Seconds)
+bool Dump(const FTake& Take)
 {
-    for (const FLabel& Label : Speech.Labels)
-    {
-        if (Seconds >= Label.StartSeconds && Seconds < Label.EndSeconds)
-        {
-            return static_cast<int>(Label.Class);
-        }
-    }
-    return static_cast<int>(EMouthClass::Count);
-}
-
-void Dump(const FTestSpeech& Speech, std::FILE* Out)
-{
+    std::vector<float> Clean(Take.Speech.Samples.size());
+    std::transform(Take.Speech.Samples.begin(), Take.Speech.Samples.end(), Clean.begin(),
+                   [](float Sample) { return std::clamp(Sample, -1.0f, 1.0f); });
     std::vector<float> Speech16k;
     FResampler Resampler;
-    Resampler.Process(Speech.Samples, Speech.SampleRate, Speech16k);
+    Resampler.Process(Clean, Take.Speech.SampleRate, Speech16k);
     Resampler.Process({}, AnalysisRate, Speech16k);
-    FFeatureExtractor Extractor;
-    FSpeakerNormaliser Normaliser;
+    FMelAnalyser Analyser;
+    FFeatureNormaliser Normaliser;
+    const std::string OutPath = Take.Path + ".features";
+    std::FILE* Out = std::fopen(OutPath.c_str(), "wb");
+    if (Out == nullptr)
+    {
+        std::fprintf(stderr, "cannot write %s\n", OutPath.c_str());
+        return false;
+    }
     for (std::size_t Start = 0; Start + WindowSamples <= Speech16k.size(); Start += HopSamples)
     {
-        const FNormalisedFeatures F = Normaliser.Normalise(
-            Extractor.Extract(std::span<const float>(Speech16k).subspan(Start, WindowSamples)));
-        const double Centre = (Start + WindowSamples / 2.0) / AnalysisRate;
-        std::fprintf(Out, "%d,%g,%g,%g,%g,%g,%g,%g,%g,%g,%g,%g,%d\n", ClassAt(Speech, Centre), F.Level,
-                     F.AboveFloor, F.Z1, F.Z2, F.Z3, F.TiltZ, F.F2Slope, F.Dip, F.LowBandDb, F.HighBandDb,
-                     F.ZeroCrossingRate, F.bVoiced ? 1 : 0);
+        const FFrameFeatures Features = Normaliser.Normalise(
+            Analyser.Analyse(std::span<const float>(Speech16k).subspan(Start, WindowSamples)));
+        std::fwrite(Features.data(), sizeof(float), Features.size(), Out);
     }
+    return std::fclose(Out) == 0;
 }
 } // namespace
 
@@ -50,18 +48,14 @@ int main(int Argc, char** Argv)
 {
     if (Argc != 2)
     {
-        std::fprintf(stderr, "usage: %s OUT.csv (tuning sentences and voices only)\n", Argv[0]);
+        std::fprintf(stderr, "usage: %s LIST (one take path per line, without .wav)\n", Argv[0]);
         return 2;
     }
-    std::FILE* Out = std::fopen(Argv[1], "w");
-    if (Out == nullptr)
+    bool bAllWritten = true;
+    for (const std::string& Path : ReadTakeList(Argv[1]))
     {
-        std::fprintf(stderr, "cannot write %s\n", Argv[1]);
-        return 1;
+        FTake Take;
+        bAllWritten = ReadTake(Path, Take) && Dump(Take) && bAllWritten;
     }
-    for (const FVoice& Voice : TuningVoices())
-    {
-        Dump(SpeakSentences(Voice, TuningSentences()), Out);
-    }
-    return std::fclose(Out) == 0 ? 0 : 1;
+    return bAllWritten ? 0 : 1;
 }

@@ -85,6 +85,8 @@ void FScore::Add(const FScore& Other)
         Hits[Index] += Other.Hits[Index];
         Totals[Index] += Other.Totals[Index];
     }
+    SpecificHits += Other.SpecificHits;
+    SpecificTotal += Other.SpecificTotal;
 }
 
 double FScore::Overall() const
@@ -97,6 +99,11 @@ double FScore::Overall() const
         All += Totals[Index];
     }
     return All == 0 ? 0.0 : static_cast<double>(AllHits) / All;
+}
+
+double FScore::Specificity() const
+{
+    return SpecificTotal == 0 ? 0.0 : static_cast<double>(SpecificHits) / SpecificTotal;
 }
 
 double FScore::Of(EMouthClass Class) const
@@ -134,7 +141,14 @@ FScore ScoreFrames(std::span<const FFaceFrame> Frames, int Fps, std::span<const 
         }
         const auto Class = static_cast<std::size_t>(Label.Class);
         ++Score.Totals[Class];
-        Score.Hits[Class] += Agrees(Label.Class, ReadMouth(Mean)) ? 1 : 0;
+        const FMouthState Mouth = ReadMouth(Mean);
+        Score.Hits[Class] += Agrees(Label.Class, Mouth) ? 1 : 0;
+        if (Label.Class == EMouthClass::Rounded || Label.Class == EMouthClass::Spread)
+        {
+            ++Score.SpecificTotal;
+            Score.SpecificHits +=
+                (Label.Class == EMouthClass::Rounded ? !Mouth.bSpread : !Mouth.bRounded) ? 1 : 0;
+        }
     }
     return Score;
 }

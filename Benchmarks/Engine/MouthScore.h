@@ -33,10 +33,15 @@ struct FScore
 {
     std::array<std::size_t, static_cast<std::size_t>(EMouthClass::Count)> Hits{};
     std::array<std::size_t, static_cast<std::size_t>(EMouthClass::Count)> Totals{};
+    // Specificity: rounded and spread vowels on which the mouth does not show the
+    // other shape (rounding on a spread vowel, spreading on a rounded one).
+    std::size_t SpecificHits = 0;
+    std::size_t SpecificTotal = 0;
 
     void Add(const FScore& Other);
     double Overall() const;
     double Of(EMouthClass Class) const;
+    double Specificity() const;
 };
 
 // Scores every label on the middle half of its interval: the mean of the frames

@@ -5,9 +5,9 @@
 #include "IdleMotion.h"
 #include "MouthMapping.h"
 #include "Resampler.h"
-#include "SpeakerNormaliser.h"
-#include "SpeechFeatures.h"
-#include "VisemeClassifier.h"
+#include "FeatureNormaliser.h"
+#include "MelSpectrum.h"
+#include "VisemeNetwork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,20 +21,26 @@ namespace
 // still hold this much of the newest audio, and a frame must not depend on how the
 // audio was chunked. Every millisecond here delays the mouth, so it is as short as
 // each rate allows: soxr's low-quality filter with small transforms holds about
-// 4.5 ms above 16 kHz and 13 ms at 8 kHz.
+// 4.5 ms above 16 kHz, and the cubic interpolation below 16 kHz about a sample.
 std::int64_t ResamplerAllowance(int SampleRate)
 {
     if (SampleRate == AnalysisRate)
     {
         return 0;
     }
-    return SampleRate > AnalysisRate ? AnalysisRate * 6 / 1000 : AnalysisRate * 16 / 1000;
+    return SampleRate > AnalysisRate ? AnalysisRate * 6 / 1000 : AnalysisRate * 2 / 1000;
 }
 
 float SanitizeSample(float Sample)
 {
     return std::isfinite(Sample) ? std::clamp(Sample, -1.0f, 1.0f) : 0.0f;
 }
+
+struct FAnalysedFrame
+{
+    FVisemeWeights Visemes{};
+    float LevelDb = 0.0f;
+};
 } // namespace
 
 struct FFaceEngine::FState
@@ -56,8 +62,9 @@ struct FFaceEngine::FState
     std::int64_t SpeechOffset = 0;
     std::int64_t AnalysedFrames = 0;
 
-    FFeatureExtractor Extractor;
-    FSpeakerNormaliser Normaliser;
+    FMelAnalyser Analyser;
+    FFeatureNormaliser Normaliser;
+    FVisemeNetwork Network;
     FMouthMapper Mouth;
     FIdleMotion Idle;
     FWeights MouthWeights{};
@@ -75,8 +82,22 @@ struct FFaceEngine::FState
 
     std::int64_t FramesDue() const { return SegmentFirstFrame + SegmentSamples * SegmentFps / SegmentRate; }
 
-    void AnalyseUntil(std::int64_t EndSample)
+    // The last 16 kHz sample a frame may look at.
+    std::int64_t LastSampleOf(std::int64_t Frame) const
     {
+        const double EndSeconds =
+            SegmentStartSeconds + static_cast<double>(Frame - SegmentFirstFrame + 1) / SegmentFps;
+        return static_cast<std::int64_t>(std::floor(EndSeconds * AnalysisRate)) -
+               ResamplerAllowance(SegmentRate);
+    }
+
+    // Analyses every window that ends by EndSample and that the speech holds, all
+    // through the network at once (a matrix product is far cheaper per frame than
+    // one product per frame); the mouth steps through them later, frame by frame.
+    std::vector<FAnalysedFrame> AnalyseUntil(std::int64_t EndSample)
+    {
+        std::vector<FFrameFeatures> Features;
+        std::vector<float> Levels;
         for (;;)
         {
             const std::int64_t Start = AnalysedFrames * static_cast<std::int64_t>(HopSamples);
@@ -85,9 +106,18 @@ struct FFaceEngine::FState
             {
                 break;
             }
-            AnalyseWindow(std::span<const float>(Speech).subspan(Start - SpeechOffset, WindowSamples));
+            const auto Window = std::span<const float>(Speech).subspan(Start - SpeechOffset, WindowSamples);
+            Features.push_back(Normaliser.Normalise(Analyser.Analyse(Window)));
+            Levels.push_back(Normaliser.LevelDb());
             ++AnalysedFrames;
         }
+        const std::vector<FVisemeWeights> Visemes = Network.Classify(Features);
+        std::vector<FAnalysedFrame> Analysed(Visemes.size());
+        for (std::size_t Index = 0; Index < Analysed.size(); ++Index)
+        {
+            Analysed[Index] = {Visemes[Index], Levels[Index]};
+        }
+        return Analysed;
     }
 
     // Once per chunk, not per frame: erasing from the front is linear in what stays.
@@ -101,10 +131,9 @@ struct FFaceEngine::FState
         }
     }
 
-    void AnalyseWindow(std::span<const float> Window)
+    void Step(const FAnalysedFrame& Frame)
     {
-        const FNormalisedFeatures Features = Normaliser.Normalise(Extractor.Extract(Window));
-        Mouth.Step(ClassifyViseme(Features), Features, MouthWeights);
+        Mouth.Step(Frame.Visemes, Frame.LevelDb, MouthWeights);
         Idle.Step(MouthWeights[EBlendShape::JawOpen]);
         // A new emotion fades in over about half a second.
         const FWeights Target = EmotionShapes(Options.Emotion);
@@ -159,14 +188,28 @@ std::vector<FFaceFrame> FFaceEngine::Animate(std::span<const float> Samples, int
     S.SegmentSamples += static_cast<std::int64_t>(Samples.size());
 
     const std::int64_t Due = S.FramesDue();
-    Frames.reserve(static_cast<std::size_t>(std::max<std::int64_t>(0, Due - S.FramesEmitted)));
+    if (Due <= S.FramesEmitted)
+    {
+        return Frames;
+    }
+    Frames.reserve(static_cast<std::size_t>(Due - S.FramesEmitted));
+    const std::int64_t FirstAnalysed = S.AnalysedFrames;
+    const std::vector<FAnalysedFrame> Analysed = S.AnalyseUntil(S.LastSampleOf(Due - 1));
+    std::size_t Stepped = 0;
     for (; S.FramesEmitted < Due; ++S.FramesEmitted)
     {
-        const double EndSeconds =
-            S.SegmentStartSeconds +
-            static_cast<double>(S.FramesEmitted - S.SegmentFirstFrame + 1) / S.SegmentFps;
-        const auto EndSample = static_cast<std::int64_t>(std::floor(EndSeconds * AnalysisRate));
-        S.AnalyseUntil(EndSample - ResamplerAllowance(S.SegmentRate));
+        // The windows that end by this frame's last sample, as if analysed just now.
+        const std::int64_t Last = S.LastSampleOf(S.FramesEmitted);
+        const std::int64_t Ready =
+            Last < static_cast<std::int64_t>(WindowSamples)
+                ? 0
+                : (Last - static_cast<std::int64_t>(WindowSamples)) / static_cast<std::int64_t>(HopSamples) +
+                      1;
+        for (; Stepped < Analysed.size() && FirstAnalysed + static_cast<std::int64_t>(Stepped) < Ready;
+             ++Stepped)
+        {
+            S.Step(Analysed[Stepped]);
+        }
         Frames.push_back(S.Compose());
     }
     S.DropAnalysedSpeech();

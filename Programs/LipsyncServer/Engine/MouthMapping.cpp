@@ -19,10 +19,10 @@ struct FRate
 
 // Lips close faster than they part, and the jaw follows loudness closely; lip
 // shapes build up over a few frames so that a short sound only colours them.
-constexpr FRate VisemeRate = {0.7f, 0.5f};
-constexpr FRate JawRate = {0.5f, 0.45f};
-constexpr FRate LipCloseRate = {0.7f, 0.4f};
-constexpr FRate ShapeRate = {0.6f, 0.45f};
+constexpr FRate VisemeRate = {0.9f, 0.8f};
+constexpr FRate JawRate = {0.7f, 0.6f};
+constexpr FRate LipCloseRate = {0.85f, 0.6f};
+constexpr FRate ShapeRate = {0.75f, 0.6f};
 
 float Approach(float Current, float Target, FRate Rate)
 {
@@ -34,19 +34,19 @@ float Share(const FVisemeWeights& Visemes, EViseme Viseme)
     return Visemes[static_cast<std::size_t>(Viseme)];
 }
 
-// Loudness opens the jaw: nothing below 30 dB under the speaker's vowels, fully at
-// their level.
-float Openness(const FNormalisedFeatures& Features)
+// Loudness opens the jaw a little further: from half way 30 dB under the
+// speaker's loud speech to fully at its level.
+float Openness(float LevelDb)
 {
-    return std::clamp((Features.Level + 30.0f) / 24.0f, 0.0f, 1.0f);
+    return 0.5f + 0.5f * std::clamp((LevelDb + 30.0f) / 24.0f, 0.0f, 1.0f);
 }
 
-// Hiss above 4 kHz with many zero crossings: a fricative, which narrows the mouth.
-float Frication(const FNormalisedFeatures& Features)
+// A lip shape shows once its viseme holds more than 30% of the frame: back open
+// vowels (father, lot) sound much like rounded ones, and the network hedges
+// between them.
+float Dominant(float Share)
 {
-    const float Hiss = std::clamp((Features.HighBandDb + 8.0f) / 10.0f, 0.0f, 1.0f);
-    const float Noisy = std::clamp((Features.ZeroCrossingRate - 0.15f) / 0.2f, 0.0f, 1.0f);
-    return Hiss * Noisy;
+    return std::clamp((Share - 0.3f) / 0.4f, 0.0f, 1.0f);
 }
 
 void SetPair(FWeights& Weights, std::size_t Left, std::size_t Right, float Value)
@@ -56,7 +56,7 @@ void SetPair(FWeights& Weights, std::size_t Left, std::size_t Right, float Value
 }
 } // namespace
 
-void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures& Features, FWeights& Weights)
+void FMouthMapper::Step(const FVisemeWeights& Visemes, float LevelDb, FWeights& Weights)
 {
     for (std::size_t Index = 0; Index < NumVisemes; ++Index)
     {
@@ -67,20 +67,19 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures
     const float Rounded = Share(Smoothed, EViseme::Rounded);
     const float Spread = Share(Smoothed, EViseme::Spread);
     const float Other = Share(Smoothed, EViseme::Other);
-    const float Narrow = 1.0f - 0.5f * Frication(Features);
 
-    const float Jaw =
-        Openness(Features) * Narrow * (0.75f * Open + 0.3f * Rounded + 0.3f * Spread + 0.4f * Other);
+    const float Jaw = Openness(LevelDb) * (0.75f * Open + 0.3f * Rounded + 0.3f * Spread + 0.4f * Other);
     Targets[JawOpen] = Jaw;
-    Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(1.6f * Closed, 0.0f, 1.0f);
+    // The lips meet once bilabials hold a quarter of the frame: in a room the
+    // closure fills with the tail of the sound before it, and the network hedges.
+    Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(4.0f * Closed, 0.0f, 1.0f);
     SetPair(Targets, MouthPressLeft, MouthPressRight, 0.5f * Closed);
-    Targets[MouthFunnel] = 0.55f * Rounded;
-    Targets[MouthPucker] = 0.65f * Rounded;
+    Targets[MouthFunnel] = 0.55f * Dominant(Rounded);
+    Targets[MouthPucker] = 0.65f * Dominant(Rounded);
     SetPair(Targets, MouthStretchLeft, MouthStretchRight, 0.4f * Spread);
     SetPair(Targets, MouthSmileLeft, MouthSmileRight, 0.25f * Spread);
     SetPair(Targets, MouthLowerDownLeft, MouthLowerDownRight, 0.4f * Jaw * (1.0f - Rounded));
     SetPair(Targets, MouthUpperUpLeft, MouthUpperUpRight, 0.2f * Jaw * (1.0f - Rounded));
-    Targets[MouthShrugUpper] = 0.3f * (1.0f - Narrow);
 
     Weights[JawOpen] = Approach(Weights[JawOpen], Targets[JawOpen], JawRate);
     // Lips cannot close further than the jaw lets them.
@@ -92,7 +91,7 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, const FNormalisedFeatures
     }
     for (std::size_t Shape :
          {MouthFunnel, MouthPucker, MouthStretchLeft, MouthStretchRight, MouthSmileLeft, MouthSmileRight,
-          MouthLowerDownLeft, MouthLowerDownRight, MouthUpperUpLeft, MouthUpperUpRight, MouthShrugUpper})
+          MouthLowerDownLeft, MouthLowerDownRight, MouthUpperUpLeft, MouthUpperUpRight})
     {
         Weights[Shape] = Approach(Weights[Shape], Targets[Shape], ShapeRate);
     }

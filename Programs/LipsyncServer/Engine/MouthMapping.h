@@ -1,8 +1,7 @@
 #pragma once
 
 #include "FaceEngine.h"
-#include "SpeakerNormaliser.h"
-#include "VisemeClassifier.h"
+#include "VisemeNetwork.h"
 
 namespace LipsyncEngine
 {
@@ -16,7 +15,8 @@ class FMouthMapper
 {
 public:
     // Updates the mouth part of Weights; other shapes are left alone.
-    void Step(const FVisemeWeights& Visemes, const FNormalisedFeatures& Features, FWeights& Weights);
+    // LevelDb is the frame's level below the recent loud speech.
+    void Step(const FVisemeWeights& Visemes, float LevelDb, FWeights& Weights);
 
 private:
     FVisemeWeights Smoothed{};

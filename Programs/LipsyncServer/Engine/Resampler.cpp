@@ -26,8 +26,10 @@ void FResampler::Process(std::span<const float> Samples, double SampleRate, std:
     {
         // Low quality is plenty for formants below 4 kHz, and with small transforms
         // the filter holds back only a few milliseconds, so a live stream's frames
-        // can show the audio that has just arrived.
-        const soxr_quality_spec_t Quality = soxr_quality_spec(SOXR_LQ, 0);
+        // can show the audio that has just arrived. Narrow-band audio (telephone,
+        // 8 kHz) is interpolated instead: the 13 ms the filter would hold made the
+        // mouth late enough to miss short lip closures.
+        const soxr_quality_spec_t Quality = soxr_quality_spec(Rate < AnalysisRate ? SOXR_QQ : SOXR_LQ, 0);
         const soxr_io_spec_t Io = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
         soxr_runtime_spec_t Runtime = soxr_runtime_spec(1);
         Runtime.log2_min_dft_size = 8;

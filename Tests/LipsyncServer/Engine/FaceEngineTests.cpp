@@ -111,7 +111,7 @@ TEST(FaceEngine, NamesAndEmotions)
 // bit for bit, not merely close, at every common rate.
 TEST(FaceEngine, ChunkedEqualsWholeAndIsDeterministic)
 {
-    for (int Rate : {8000, 16000, 22050, 44100, 48000})
+    for (int Rate : {8000, 11025, 12000, 16000, 22050, 44100, 48000})
     {
         SCOPED_TRACE(Rate);
         const auto Audio = Syllables(Rate, 3.3);

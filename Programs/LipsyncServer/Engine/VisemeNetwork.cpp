@@ -1,0 +1,113 @@
+#include "VisemeNetwork.h"
+
+#include <Eigen/Core>
+
+#include <algorithm>
+#include <cmath>
+
+namespace LipsyncEngine
+{
+namespace
+{
+#include "VisemeNetworkWeights.inc"
+
+static_assert(NetworkFeatures == NumFrameFeatures && NetworkOutputs == NumVisemes,
+              "VisemeNetworkWeights.inc was trained for other features; run tools/engine-training/train.py");
+constexpr std::size_t NetworkInputs = NetworkFeatures * ContextFrames.size();
+constexpr std::size_t HistoryFrames = *std::max_element(ContextFrames.begin(), ContextFrames.end()) + 1;
+
+// Frames go through the network eight at a time, each layer's values stored
+// feature by feature with the eight frames side by side, so that Eigen's
+// packets multiply eight frames with one weight at once. Every frame's sums run in the
+// same order whatever the batch, so a frame's result does not depend on how the
+// audio was chunked (a library matrix product sums in an order that depends on
+// the matrix sizes).
+constexpr std::size_t Lanes = 8;
+using FLanes = Eigen::Array<float, Lanes, 1>;
+
+template <std::size_t Rows, std::size_t Columns>
+void Layer(const std::array<float, Rows * Columns>& Weights, const std::array<float, Rows>& Bias,
+           const float* In, float* Out, bool bRectify)
+{
+    for (std::size_t Row = 0; Row < Rows; ++Row)
+    {
+        FLanes Sum = FLanes::Zero();
+        const float* RowWeights = Weights.data() + Row * Columns;
+        for (std::size_t Column = 0; Column < Columns; ++Column)
+        {
+            Sum += RowWeights[Column] * Eigen::Map<const FLanes>(In + Column * Lanes);
+        }
+        for (std::size_t Lane = 0; Lane < Lanes; ++Lane)
+        {
+            const float Value = Sum[Lane] + Bias[Row];
+            Out[Row * Lanes + Lane] = bRectify ? std::max(Value, 0.0f) : Value;
+        }
+    }
+}
+
+FVisemeWeights Softmax(const std::array<float, NumVisemes * Lanes>& Scores, std::size_t Lane)
+{
+    FVisemeWeights Shares{};
+    float Largest = Scores[Lane];
+    for (std::size_t Viseme = 1; Viseme < NumVisemes; ++Viseme)
+    {
+        Largest = std::max(Largest, Scores[Viseme * Lanes + Lane]);
+    }
+    float Sum = 0.0f;
+    for (std::size_t Viseme = 0; Viseme < NumVisemes; ++Viseme)
+    {
+        Shares[Viseme] = std::exp(Scores[Viseme * Lanes + Lane] - Largest);
+        Sum += Shares[Viseme];
+    }
+    for (float& Share : Shares)
+    {
+        Share /= Sum;
+    }
+    return Shares;
+}
+} // namespace
+
+FVisemeNetwork::FVisemeNetwork() : History(HistoryFrames * NumFrameFeatures, 0.0f) {}
+
+std::vector<FVisemeWeights> FVisemeNetwork::Classify(std::span<const FFrameFeatures> Frames)
+{
+    std::vector<FVisemeWeights> Shares(Frames.size());
+    std::vector<float> Input(NetworkInputs * Lanes);
+    std::vector<float> Hidden1(Hidden1Units * Lanes);
+    std::vector<float> Hidden2(Hidden2Units * Lanes);
+    std::array<float, NumVisemes * Lanes> Scores{};
+    for (std::size_t First = 0; First < Frames.size(); First += Lanes)
+    {
+        const std::size_t Count = std::min(Lanes, Frames.size() - First);
+        std::fill(Input.begin(), Input.end(), 0.0f);
+        for (std::size_t Lane = 0; Lane < Count; ++Lane)
+        {
+            Remember(Frames[First + Lane]);
+            for (std::size_t Slot = 0; Slot < ContextFrames.size(); ++Slot)
+            {
+                const float* Past =
+                    History.data() + (HistoryFrames - 1 - ContextFrames[Slot]) * NumFrameFeatures;
+                for (std::size_t Feature = 0; Feature < NumFrameFeatures; ++Feature)
+                {
+                    Input[(Slot * NumFrameFeatures + Feature) * Lanes + Lane] = Past[Feature];
+                }
+            }
+        }
+        Layer<Hidden1Units, NetworkInputs>(Layer1Weights, Layer1Bias, Input.data(), Hidden1.data(), true);
+        Layer<Hidden2Units, Hidden1Units>(Layer2Weights, Layer2Bias, Hidden1.data(), Hidden2.data(), true);
+        Layer<NumVisemes, Hidden2Units>(Layer3Weights, Layer3Bias, Hidden2.data(), Scores.data(), false);
+        for (std::size_t Lane = 0; Lane < Count; ++Lane)
+        {
+            Shares[First + Lane] = Softmax(Scores, Lane);
+        }
+    }
+    return Shares;
+}
+
+void FVisemeNetwork::Remember(const FFrameFeatures& Features)
+{
+    std::copy(History.begin() + NumFrameFeatures, History.end(), History.begin());
+    std::copy(Features.begin(), Features.end(), History.end() - NumFrameFeatures);
+}
+
+} // namespace LipsyncEngine
