@@ -42,15 +42,15 @@ check-sanitize: deps
 	@ctest --test-dir $(SAN_BUILD) -j $(JOBS) --output-on-failure
 
 # Only the programs whose code crosses threads: the HTTP module's worker, the
-# transport on top of it, the cadrel program with its in-process server, and the
-# live receiver with its page server.
+# transport on top of it, the cadrel program with its in-process server, the
+# server's stop and its live link's sender thread, and the live receiver with its page server.
 check-thread: deps
 	@CXX=clang++ cmake -S . -B $(THREAD_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 		-DCADREL_SANITIZE=thread -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
 	@cmake --build $(THREAD_BUILD) -j $(JOBS) --target $$(cmake --build $(THREAD_BUILD) --target help \
-		| grep -owE 'OrvaneHttpTests|OrvaneHttpConfigTests|CadrelTransportTests|CadrelProgramTests|CadrelViewTests' | sort -u)
+		| grep -owE 'OrvaneHttpTests|OrvaneHttpConfigTests|CadrelTransportTests|CadrelProgramTests|CadrelViewTests|LipsyncServerTests' | sort -u)
 	@TSAN_OPTIONS="suppressions=$(CURDIR)/Tests/tsan.supp $$TSAN_OPTIONS" \
-		ctest --test-dir $(THREAD_BUILD) -R '^(Http|Transport|FProgramTest|FVelkReceiverTest|ViewPageServerTest)' -j $(JOBS) --output-on-failure
+		ctest --test-dir $(THREAD_BUILD) -R '^(Http|Transport|FProgramTest|FVelkReceiverTest|ViewPageServerTest|FVelkLinkTest|VelkLinkProgram|FServerFixture.StopLets)' -j $(JOBS) --output-on-failure
 
 bench: deps
 	@cmake -S . -B $(BENCH_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Release -DCADREL_BUILD_TESTS=OFF >/dev/null
