@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace
 {
 bool SameText(const FString& Lhs, const TCHAR* Rhs)
