@@ -62,8 +62,6 @@ bool FLipsyncTarget::Start(const FTargetOptions& Options, std::string& OutError)
         FLipsyncServerOptions ServerOptions;
         ServerOptions.Port = 0;
         ServerOptions.bQuiet = true;
-        // The program ends right after its last answer; it must not wait for idle connections.
-        ServerOptions.KeepAliveSeconds = 0;
         Embedded = std::make_unique<FLipsyncServer>(ServerOptions);
         if (!Embedded->Start(OutError))
         {
