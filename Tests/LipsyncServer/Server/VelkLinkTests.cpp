@@ -5,10 +5,13 @@
 #include "WavReader.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <set>
+
+#include <unistd.h>
 
 namespace
 {
@@ -20,7 +23,10 @@ const FAudio& Speech()
 {
     static const FAudio Spoken = []
     {
-        const std::string Path = testing::TempDir() + "velk-link-speech.wav";
+        // ctest runs each test as its own process, side by side: one shared file name
+        // let one process read the file while another was rewriting it.
+        const std::string Path =
+            testing::TempDir() + "velk-link-speech-" + std::to_string(::getpid()) + ".wav";
         const std::string Command =
             "espeak-ng -w '" + Path + "' 'Five boxing wizards jump quickly over the lazy dog.'";
         FAudio Audio;
@@ -34,6 +40,7 @@ const FAudio& Speech()
                 Audio = std::move(*Decoded);
             }
         }
+        std::remove(Path.c_str());
         return Audio;
     }();
     return Spoken;
