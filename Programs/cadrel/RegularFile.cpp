@@ -103,6 +103,9 @@ bool ReadRegularFile(const std::string& Path, int64 MaxBytes, TArray<uint8>& Out
                    std::to_string(Limit) + " this program reads";
         return false;
     }
+    // Room behind the bytes lets the JSON readers parse them where they lie instead of copying them.
+    constexpr int64 ReaderRoom = 64;
+    OutBytes.Reserve(static_cast<int32>(std::min(Status.st_size + ReaderRoom, Limit)));
     OutBytes.SetNum(int32(Status.st_size));
     const int64 Got = ReadFully(File.Get(), OutBytes.GetData(), Status.st_size);
     uint8 Extra = 0;

@@ -23,6 +23,8 @@ public:
     TArray(const ElementType* Ptr, int32 Count) : Items(Ptr, Ptr + (Count > 0 ? Count : 0)) {}
 
     int32 Num() const { return static_cast<int32>(Items.size()); }
+    int32 Max() const { return static_cast<int32>(Items.capacity()); }
+    int32 GetSlack() const { return Max() - Num(); }
     bool IsEmpty() const { return Items.empty(); }
     bool IsValidIndex(int32 Index) const { return Index >= 0 && Index < Num(); }
     ElementType* GetData() { return Items.data(); }

@@ -104,5 +104,5 @@ void CadrelJson::StringToAudio2FaceResponse(const FString& JsonString,
 void CadrelJson::StringToAudio2FaceResponse(const TArray<uint8>& Utf8Json,
                                             FCadrelAudio2FaceBlendShapeInfo& OutInfo)
 {
-    ReadRules::ReadWithoutThrowing([&] { ReadWithWalker<FExportWalker>(BytesView(Utf8Json), OutInfo); });
+    ReadRules::ReadWithoutThrowing([&] { ReadWithWalker<FExportWalker>(Utf8Json, OutInfo); });
 }

@@ -202,19 +202,16 @@ template <typename ElementType> void AppendMoved(TArray<ElementType>& To, TArray
     }
 }
 
-// Parses Text and calls OnField for each member of its top-level object. True
-// only when the text is one JSON document that the host's parser accepts, its top
-// level is an object, and every handler succeeded.
-template <typename CharType, typename FieldFunctor>
-bool WalkTopLevelObject(std::basic_string_view<CharType> Text, FieldFunctor&& OnField)
+// Parses Text (UTF-8 or UTF-16 text, or the UTF-8 bytes of a body) and calls
+// OnField for each member of its top-level object. True only when the text is one
+// JSON document that the host's parser accepts, its top level is an object, and
+// every handler succeeded.
+template <typename TextType, typename FieldFunctor>
+bool WalkTopLevelObject(const TextType& Text, FieldFunctor&& OnField)
 {
     // The host's reader refuses texts of 2 GiB and more; UTF-8 is never shorter
     // than the UTF-16 it comes from.
     constexpr SIZE_T MaxLength = static_cast<SIZE_T>(INT32_MAX);
-    if (Text.size() > MaxLength)
-    {
-        return false;
-    }
     FReadWorkspace& Workspace = FReadWorkspace::Get();
     // Trimmed however the walk ends, a handler running out of memory included.
     const struct FTrimAtExit
@@ -243,8 +240,8 @@ bool WalkTopLevelObject(std::basic_string_view<CharType> Text, FieldFunctor&& On
 // A fast reader's whole run: the walker gathers the answer into a draft, and only a
 // complete walk touches the record, so a text the host's parser would refuse leaves
 // it as it was.
-template <typename WalkerType, typename CharType, typename RecordType>
-void ReadWithWalker(std::basic_string_view<CharType> Text, RecordType& OutRecord)
+template <typename WalkerType, typename TextType, typename RecordType>
+void ReadWithWalker(const TextType& Text, RecordType& OutRecord)
 {
     WalkerType Walker;
     if (WalkTopLevelObject(Text, [&Walker](std::string_view Key, ondemand::value Value, int32 Level)
@@ -254,9 +251,4 @@ void ReadWithWalker(std::basic_string_view<CharType> Text, RecordType& OutRecord
     }
 }
 
-// The bytes of an HTTP body as the text the walk reads.
-inline std::string_view BytesView(const TArray<uint8>& Bytes)
-{
-    return std::string_view(reinterpret_cast<const char*>(Bytes.GetData()), static_cast<SIZE_T>(Bytes.Num()));
-}
 } // namespace CadrelJson::FastJson

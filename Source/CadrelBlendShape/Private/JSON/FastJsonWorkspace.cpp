@@ -141,6 +141,18 @@ std::string_view FReadWorkspace::Pad(std::u16string_view Text)
     return std::string_view(Out, Used);
 }
 
+std::string_view FReadWorkspace::Pad(const TArray<uint8>& Bytes)
+{
+    const std::string_view Utf8(reinterpret_cast<const char*>(Bytes.GetData()),
+                                static_cast<SIZE_T>(Bytes.Num()));
+    if (static_cast<SIZE_T>(Bytes.GetSlack()) < simdjson::SIMDJSON_PADDING)
+    {
+        return Pad(Utf8);
+    }
+    Used = 0;
+    return Utf8;
+}
+
 void FReadWorkspace::Trim()
 {
     if (Used > KeptLength)

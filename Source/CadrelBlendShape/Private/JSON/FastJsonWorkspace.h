@@ -25,6 +25,10 @@ public:
     // everywhere the host turns text into UTF-8.
     std::string_view Pad(std::string_view Utf8);
     std::string_view Pad(std::u16string_view Text);
+    // Bytes with room behind them, as a body that grew by appending usually has, are
+    // read where they lie: the parser may read that room but never depends on what
+    // it holds. Others are copied.
+    std::string_view Pad(const TArray<uint8>& Bytes);
 
     simdjson::ondemand::parser& GetParser() { return Parser; }
 
