@@ -1,6 +1,6 @@
 #include "VisemeNetwork.h"
 
-#include <Eigen/Core>
+#include "LaneProducts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,30 +16,16 @@ static_assert(NetworkFeatures == NumFrameFeatures && NetworkOutputs == NumViseme
 constexpr std::size_t NetworkInputs = NetworkFeatures * ContextFrames.size();
 constexpr std::size_t HistoryFrames = *std::max_element(ContextFrames.begin(), ContextFrames.end()) + 1;
 
-// Frames go through the network eight at a time, each layer's values stored
-// feature by feature with the eight frames side by side, so that Eigen's
-// packets multiply eight frames with one weight at once. Every frame's sums run in the
-// same order whatever the batch, so a frame's result does not depend on how the
-// audio was chunked (a library matrix product sums in an order that depends on
-// the matrix sizes).
-constexpr std::size_t Lanes = 8;
-using FLanes = Eigen::Array<float, Lanes, 1>;
-
 template <std::size_t Rows, std::size_t Columns>
 void Layer(const std::array<float, Rows * Columns>& Weights, const std::array<float, Rows>& Bias,
            const float* In, float* Out, bool bRectify)
 {
+    MultiplyLanes(Weights.data(), Rows, Columns, In, Out);
     for (std::size_t Row = 0; Row < Rows; ++Row)
     {
-        FLanes Sum = FLanes::Zero();
-        const float* RowWeights = Weights.data() + Row * Columns;
-        for (std::size_t Column = 0; Column < Columns; ++Column)
-        {
-            Sum += RowWeights[Column] * Eigen::Map<const FLanes>(In + Column * Lanes);
-        }
         for (std::size_t Lane = 0; Lane < Lanes; ++Lane)
         {
-            const float Value = Sum[Lane] + Bias[Row];
+            const float Value = Out[Row * Lanes + Lane] + Bias[Row];
             Out[Row * Lanes + Lane] = bRectify ? std::max(Value, 0.0f) : Value;
         }
     }

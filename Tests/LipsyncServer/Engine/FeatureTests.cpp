@@ -1,4 +1,5 @@
 #include "FeatureNormaliser.h"
+#include "LaneProducts.h"
 #include "MelSpectrum.h"
 
 #include <gtest/gtest.h>
@@ -91,3 +92,47 @@ TEST(FrameFeatures, DigitalSilenceIsAFloorNotAnAbyss)
 }
 
 } // namespace
+
+// The network's products must be, lane by lane, exactly a column-order sum, for any
+// row count (whole blocks of rows and the rows left over), on whichever build of the
+// product this processor runs.
+TEST(LaneProducts, EveryLaneIsItsColumnOrderSum)
+{
+    unsigned Seed = 7;
+    const auto Next = [&Seed]
+    {
+        Seed = Seed * 1103515245u + 12345u;
+        return static_cast<float>(Seed >> 8) / (1u << 24) - 0.5f;
+    };
+    constexpr std::size_t Columns = 37;
+    for (std::size_t Rows : {1u, 3u, 4u, 6u, 9u})
+    {
+        std::vector<float> Weights(Rows * Columns);
+        std::vector<float> In(Columns * Lanes);
+        for (float& Value : Weights)
+        {
+            Value = Next();
+        }
+        for (float& Value : In)
+        {
+            Value = Next() * 1000.0f;
+        }
+        std::vector<float> Sums(Rows * Lanes, -1.0f);
+        MultiplyLanes(Weights.data(), Rows, Columns, In.data(), Sums.data());
+        for (std::size_t Row = 0; Row < Rows; ++Row)
+        {
+            for (std::size_t Lane = 0; Lane < Lanes; ++Lane)
+            {
+                volatile float Expected = 0.0f;
+                for (std::size_t Column = 0; Column < Columns; ++Column)
+                {
+                    const volatile float Product =
+                        Weights[Row * Columns + Column] * In[Column * Lanes + Lane];
+                    Expected = Expected + Product;
+                }
+                EXPECT_EQ(Sums[Row * Lanes + Lane], Expected)
+                    << Rows << " rows, row " << Row << ", lane " << Lane;
+            }
+        }
+    }
+}
