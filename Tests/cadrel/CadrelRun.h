@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Host/CoreUObject/TestProject.h"
+#include "TestProject.h"
 
 #include <algorithm>
 #include <cstdlib>
