@@ -14,7 +14,7 @@
 
 // The cadrel program as a user runs it: in an empty folder, on real WAV files,
 // against real servers on 127.0.0.1.
-class FProgramTest : public ::testing::Test
+class FProgramTest : public FCadrelProjectTest
 {
 protected:
     void SetUp() override
@@ -23,8 +23,6 @@ protected:
         ASSERT_GT(Speech.size(), 44u);
         FTestProject::Write(Project.Root / "speech.wav", Speech);
     }
-
-    FCadrelRun Cadrel(const std::string& Arguments) const { return RunCadrel(Project.Root, Arguments); }
 
     // Everything in the project folder but the inputs the test put there.
     std::set<std::string> LeftBehind(const std::set<std::string>& Inputs = {"speech.wav"}) const
@@ -48,7 +46,6 @@ protected:
         return Animation;
     }
 
-    FTestProject Project;
     std::string Speech;
 };
 
