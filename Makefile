@@ -48,7 +48,7 @@ check-thread: deps
 	@CXX=clang++ cmake -S . -B $(THREAD_BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 		-DCADREL_SANITIZE=thread -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
 	@cmake --build $(THREAD_BUILD) -j $(JOBS) --target $$(cmake --build $(THREAD_BUILD) --target help \
-		| grep -owE 'OrvaneHttpTests|OrvaneHttpConfigTests|CadrelTransportTests|CadrelProgramTests|CadrelViewTests|LipsyncServerTests' | sort -u)
+		| grep -owE 'OrvaneHttpTests|CadrelTransportTests|CadrelProgramTests|CadrelViewTests|LipsyncServerTests' | sort -u)
 	@TSAN_OPTIONS="suppressions=$(CURDIR)/Tests/tsan.supp $$TSAN_OPTIONS" \
 		ctest --test-dir $(THREAD_BUILD) -R '^(Http|Transport|FProgramTest|FVelkReceiverTest|ViewPageServerTest|FVelkLinkTest|VelkLinkProgram|FServerFixture.StopLets)' -j $(JOBS) --output-on-failure
 

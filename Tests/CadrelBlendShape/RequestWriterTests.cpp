@@ -92,10 +92,13 @@ TEST(RequestWriter, EmotionsRigTypesAndMovementModesHaveTheServersNames)
                                  "strict",  "supplication",  "surprise",   "wrath"};
     for (int Value = 0; Value < 19; ++Value)
     {
-        const std::string Expected = std::string(R"("explicitEmotion":")") + Names[Value] + "\"";
-        EXPECT_NE(ZelText(static_cast<ECadrelExplicitEmotion>(Value), ECadrelRigType::VIRETH).find(Expected),
-                  std::string::npos)
+        const std::string Json = ZelText(static_cast<ECadrelExplicitEmotion>(Value), ECadrelRigType::VIRETH);
+        EXPECT_NE(Json.find(std::string(R"("explicitEmotion":")") + Names[Value] + "\""), std::string::npos)
             << Value;
+        // And the reader takes each name back to its enumerator.
+        FCadrelZELRequest Read;
+        CadrelJson::StringToZELRequest(FString::FromUTF8(Json), Read);
+        EXPECT_EQ(static_cast<int>(Read.Data.Attributes.Zel.ExplicitEmotion), Value);
     }
     EXPECT_NE(ZelText(static_cast<ECadrelExplicitEmotion>(19), ECadrelRigType::VIRETH)
                   .find(R"("explicitEmotion":"")"),

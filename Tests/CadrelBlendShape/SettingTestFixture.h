@@ -5,7 +5,7 @@
 
 #include "Setting/CadrelSetting.h"
 
-#include "../Host/CoreUObject/TestProject.h"
+#include "TestProject.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,8 @@
 #include "CadrelJson.h"
 #include "MemorySoundFile.h"
 #include "OutputFiles.h"
+#include "TestProject.h"
+#include "TextCount.h"
 
 #include <gtest/gtest.h>
 
@@ -14,16 +16,6 @@
 namespace
 {
 namespace fs = std::filesystem;
-
-int Count(const std::string& Text, const std::string& Needle)
-{
-    int Found = 0;
-    for (std::size_t At = Text.find(Needle); At != std::string::npos; At = Text.find(Needle, At + 1))
-    {
-        ++Found;
-    }
-    return Found;
-}
 
 // The text of the script element with this id.
 std::string ScriptText(const std::string& Html, const std::string& Id)
@@ -65,9 +57,9 @@ TEST(AnimationHtml, EmbeddedDataCannotEndItsScript)
     const FCadrelZELResponse Animation = Hostile();
     const std::string Html = AnimationToHtml(Animation, {}, 0, "</title><script>x</script>&");
 
-    EXPECT_EQ(Count(Html, "<script"), 4);
-    EXPECT_EQ(Count(Html, "</script>"), 4);
-    EXPECT_EQ(Count(Html, "<!--"), 0);
+    EXPECT_EQ(CountOf(Html, "<script"), 4);
+    EXPECT_EQ(CountOf(Html, "</script>"), 4);
+    EXPECT_EQ(CountOf(Html, "<!--"), 0);
     EXPECT_NE(Html.find("<title>&lt;/title&gt;&lt;script&gt;x&lt;/script&gt;&amp; - cadrel</title>"),
               std::string::npos);
     EXPECT_EQ(ScriptText(Html, "cadrel-audio"), "");
@@ -90,7 +82,7 @@ TEST(AnimationHtml, EmbedsTheSoundAsWav)
     const int Length = EVP_DecodeBlock(Wav.data(), reinterpret_cast<const unsigned char*>(Base64.data()),
                                        int(Base64.size()));
     ASSERT_GT(Length, 44);
-    Wav.resize(std::size_t(Length) - Count(Base64, "="));
+    Wav.resize(std::size_t(Length) - CountOf(Base64, "="));
 
     FMemorySoundFile Sound;
     SF_INFO Info{};
@@ -107,8 +99,8 @@ TEST(AnimationHtml, EmbedsTheSoundAsWav)
 // The page is written like the other files: whole or not at all.
 TEST(AnimationHtml, WrittenAtomically)
 {
-    const fs::path Folder = fs::path(testing::TempDir()) / ("html-" + std::to_string(::getpid()));
-    fs::remove_all(Folder);
+    const FTestProject Project;
+    const fs::path& Folder = Project.Root;
     fs::create_directories(Folder / "blocked" / "speech.html");
     FOutputOptions Options;
     Options.Formats = "html";
@@ -124,5 +116,4 @@ TEST(AnimationHtml, WrittenAtomically)
     EXPECT_FALSE(WriteAnimationFiles(Options, "speech", Hostile(), {}, 0, Paths, Error));
     EXPECT_NE(Error.find("speech.html"), std::string::npos) << Error;
     EXPECT_EQ(std::distance(fs::directory_iterator(Folder / "blocked"), fs::directory_iterator()), 1);
-    fs::remove_all(Folder);
 }

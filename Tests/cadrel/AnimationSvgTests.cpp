@@ -1,6 +1,7 @@
 #include "AnimationSvg.h"
 #include "PlotColumns.h"
 #include "PlotTicks.h"
+#include "TextCount.h"
 
 #include <gtest/gtest.h>
 
@@ -10,24 +11,15 @@
 
 namespace
 {
-int Count(const std::string& Text, const std::string& Needle)
-{
-    int Found = 0;
-    for (std::size_t At = Text.find(Needle); At != std::string::npos; At = Text.find(Needle, At + 1))
-    {
-        ++Found;
-    }
-    return Found;
-}
-
 // Every element the plot uses closes as often as it opens: catches a lost end tag.
 bool TagsBalance(const std::string& Svg)
 {
     return std::ranges::all_of(
         std::initializer_list<std::string>{"svg", "g", "text", "title", "defs", "clipPath"},
-        [&](const std::string& Name) {
-            return Count(Svg, "<" + Name + " ") + Count(Svg, "<" + Name + ">") ==
-                   Count(Svg, "</" + Name + ">");
+        [&](const std::string& Name)
+        {
+            return CountOf(Svg, "<" + Name + " ") + CountOf(Svg, "<" + Name + ">") ==
+                   CountOf(Svg, "</" + Name + ">");
         });
 }
 
@@ -58,16 +50,16 @@ TEST(AnimationSvg, DrawsAndListsOnlyTheCurvesTheAnimationNames)
 
     EXPECT_TRUE(Svg.starts_with("<?xml")) << Svg.substr(0, 80);
     EXPECT_TRUE(TagsBalance(Svg));
-    EXPECT_EQ(Count(Svg, "<path stroke="), 2);
-    EXPECT_EQ(Count(Svg, ">jawOpen</text>"), 1);
-    EXPECT_EQ(Count(Svg, ">smile</text>"), 1);
+    EXPECT_EQ(CountOf(Svg, "<path stroke="), 2);
+    EXPECT_EQ(CountOf(Svg, ">jawOpen</text>"), 1);
+    EXPECT_EQ(CountOf(Svg, ">smile</text>"), 1);
     for (const char* Absent : {"mouthClose", "mouthFunnel", "mouthPucker", "stretch", "eyeBlink"})
     {
         EXPECT_EQ(Svg.find(Absent), std::string::npos) << Absent;
     }
-    EXPECT_EQ(Count(Svg, "&lt;fox&gt; &amp; &quot;friends&quot;"), 2);
+    EXPECT_EQ(CountOf(Svg, "&lt;fox&gt; &amp; &quot;friends&quot;"), 2);
     EXPECT_EQ(Svg.find("<fox>"), std::string::npos);
-    EXPECT_EQ(Count(Svg, ">audio</text>"), 1);
+    EXPECT_EQ(CountOf(Svg, ">audio</text>"), 1);
 }
 
 // Well-formedness and wild numbers on hostile records are the writers fuzzer's.
@@ -78,8 +70,8 @@ TEST(AnimationSvg, AxesFollowWhatTheRecordAndTheAudioCanGive)
     for (const int Rate : {0, -8000, 8000})
     {
         const std::string Svg = AnimationToSvg(NoRate, Noise, Rate, "t");
-        EXPECT_EQ(Count(Svg, ">audio</text>"), Rate > 0 ? 1 : 0) << Rate;
-        EXPECT_EQ(Count(Svg, ">frame</text>"), 1) << Rate;
+        EXPECT_EQ(CountOf(Svg, ">audio</text>"), Rate > 0 ? 1 : 0) << Rate;
+        EXPECT_EQ(CountOf(Svg, ">frame</text>"), 1) << Rate;
     }
     EXPECT_TRUE(TagsBalance(AnimationToSvg({}, {}, 0, "")));
 }
@@ -93,7 +85,7 @@ TEST(AnimationSvg, TenMinutesStayASmallFile)
                                   TEXT("mouthStretchLeft"), TEXT("mouthStretchRight")},
                                  36000, 60),
                        Mono, 16000, "ten minutes");
-    EXPECT_EQ(Count(Svg, "<path stroke="), 6);
+    EXPECT_EQ(CountOf(Svg, "<path stroke="), 6);
     EXPECT_LT(Svg.size(), 400u * 1024u);
     EXPECT_TRUE(TagsBalance(Svg));
 }

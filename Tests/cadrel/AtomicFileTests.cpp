@@ -1,35 +1,17 @@
 #include "AtomicFile.h"
+#include "TestProject.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include <sys/stat.h>
 
 namespace
 {
 namespace fs = std::filesystem;
-
-fs::path FreshFolder()
-{
-    const fs::path Folder =
-        fs::path(testing::TempDir()) / ("atomic-" + std::to_string(::getpid()) + "-" +
-                                        testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(Folder);
-    fs::create_directories(Folder);
-    return Folder;
-}
-
-std::string Read(const fs::path& Path)
-{
-    std::stringstream Text;
-    Text << std::ifstream(Path, std::ios::binary).rdbuf();
-    return Text.str();
-}
 
 std::vector<std::string> Entries(const fs::path& Folder)
 {
@@ -45,26 +27,27 @@ std::vector<std::string> Entries(const fs::path& Folder)
 
 TEST(AtomicFile, CreatesAndReplacesLeavingOnlyTheTarget)
 {
-    const fs::path Target = FreshFolder() / "x.json";
+    const FTestProject Project;
+    const fs::path Target = Project.Root / "x.json";
     const mode_t Previous = ::umask(027);
     std::string Error;
     ASSERT_TRUE(WriteFileAtomically(Target.string(), "old", Error)) << Error;
     ::umask(Previous);
-    EXPECT_EQ(Read(Target), "old");
+    EXPECT_EQ(FTestProject::Read(Target), "old");
     EXPECT_EQ(fs::status(Target).permissions(), fs::perms(0640));
 
     fs::permissions(Target, fs::perms(0604));
     const std::string Large(3 << 20, 'y');
     ASSERT_TRUE(WriteFileAtomically(Target.string(), Large, Error)) << Error;
-    EXPECT_EQ(Read(Target), Large);
+    EXPECT_EQ(FTestProject::Read(Target), Large);
     EXPECT_EQ(fs::status(Target).permissions(), fs::perms(0604));
-    EXPECT_EQ(Entries(Target.parent_path()), std::vector<std::string>{"x.json"});
-    fs::remove_all(Target.parent_path());
+    EXPECT_EQ(Entries(Project.Root), std::vector<std::string>{"x.json"});
 }
 
 TEST(AtomicFile, FailuresNameThePathAndLeaveNothingBehind)
 {
-    const fs::path Folder = FreshFolder();
+    const FTestProject Project;
+    const fs::path& Folder = Project.Root;
     std::ofstream(Folder / "plain") << "a file, not a folder";
     fs::create_directory(Folder / "dir");
     std::ofstream(Folder / "dir" / "kept") << "kept";
@@ -81,7 +64,6 @@ TEST(AtomicFile, FailuresNameThePathAndLeaveNothingBehind)
         EXPECT_EQ(Error.find('\n'), std::string::npos) << Error;
     }
     EXPECT_EQ(Entries(Folder), (std::vector<std::string>{"dir", "plain"}));
-    EXPECT_EQ(Read(Folder / "plain"), "a file, not a folder");
+    EXPECT_EQ(FTestProject::Read(Folder / "plain"), "a file, not a folder");
     EXPECT_EQ(Entries(Folder / "dir"), std::vector<std::string>{"kept"});
-    fs::remove_all(Folder);
 }

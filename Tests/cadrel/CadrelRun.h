@@ -1,6 +1,8 @@
 #pragma once
 
-#include "../Host/CoreUObject/TestProject.h"
+#include "TestProject.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -35,3 +37,12 @@ inline FCadrelRun RunCadrel(const std::filesystem::path& Folder, const std::stri
     std::filesystem::remove(Error);
     return Run;
 }
+
+// A test that runs the program in a scratch project of its own.
+class FCadrelProjectTest : public ::testing::Test
+{
+protected:
+    FCadrelRun Cadrel(const std::string& Arguments) const { return RunCadrel(Project.Root, Arguments); }
+
+    FTestProject Project;
+};

@@ -3,14 +3,10 @@
 #include <gtest/gtest.h>
 
 // The cadrel program as a user runs it, in a scratch project directory.
-class FSettingsCommandTest : public ::testing::Test
+class FSettingsCommandTest : public FCadrelProjectTest
 {
 protected:
-    FCadrelRun Cadrel(const std::string& Arguments) const { return RunCadrel(Project.Root, Arguments); }
-
     std::filesystem::path SettingsFile() const { return Project.ConfigFile("DefaultCadrel.ini"); }
-
-    FTestProject Project;
 };
 
 TEST_F(FSettingsCommandTest, ShowsWhereEachSettingCameFrom)

@@ -1,13 +1,10 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "TestProject.h"
 
 #include <sndfile.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -15,28 +12,18 @@
 class FWavScratch
 {
 public:
-    FWavScratch()
-    {
-        std::string Template = (std::filesystem::temp_directory_path() / "cadrel-wav-XXXXXX").string();
-        Root = ::mkdtemp(Template.data());
-    }
-    ~FWavScratch() { std::filesystem::remove_all(Root); }
-    FWavScratch(const FWavScratch&) = delete;
-    FWavScratch& operator=(const FWavScratch&) = delete;
-
-    std::string Path(const std::string& Name) const { return (Root / Name).string(); }
+    std::string Path(const std::string& Name) const { return (Project.Root / Name).string(); }
 
     std::string Write(const std::string& Name, const std::vector<uint8>& Bytes) const
     {
-        std::ofstream(Path(Name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(Bytes.data()), std::streamsize(Bytes.size()));
+        FTestProject::Write(Path(Name), std::string(Bytes.begin(), Bytes.end()));
         return Path(Name);
     }
 
     static std::vector<uint8> Read(const std::string& Path)
     {
-        std::ifstream File(Path, std::ios::binary);
-        return std::vector<uint8>(std::istreambuf_iterator<char>(File), {});
+        const std::string Bytes = FTestProject::Read(Path);
+        return std::vector<uint8>(Bytes.begin(), Bytes.end());
     }
 
     // Interleaved samples written in the given libsndfile encoding or format; the file's bytes.
@@ -64,7 +51,7 @@ public:
     }
 
 private:
-    std::filesystem::path Root;
+    FTestProject Project;
 };
 
 inline void PutLittleEndian32(std::vector<uint8>& Bytes, std::size_t Offset, uint32 Value)

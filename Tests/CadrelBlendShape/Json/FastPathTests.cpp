@@ -1,3 +1,4 @@
+#include "LogCapture.h"
 #include "ReadPaths.h"
 #include "RecordText.h"
 
@@ -58,18 +59,6 @@ void ExpectSameRecords(const std::string& Json)
     ExpectSameRecords(BytesWithRoom(Json), Json.substr(0, 80));
     ExpectSameRecords(FString::FromUTF8(Json), Json.substr(0, 80));
 }
-
-class FEnsureCount : public FOutputDevice
-{
-public:
-    FEnsureCount() { GLog->AddOutputDevice(this); }
-    ~FEnsureCount() override { GLog->RemoveOutputDevice(this); }
-    void Serialize(const TCHAR* Text, ELogVerbosity::Type, const FName&) override
-    {
-        Count += FString(Text).Contains(TEXT("Num >= 3")) ? 1 : 0;
-    }
-    int Count = 0;
-};
 
 FString ReadVersion(const std::string& Json)
 {
@@ -186,13 +175,13 @@ TEST(FastPath, ShortEulIsReportedOncePerRunWhicheverPathReadIt)
     // with the number of reports.
     EXPECT_EXIT(
         {
-            FEnsureCount Reports;
+            FLogCapture Reports;
             const std::string Json = R"({"frames":[{"bones":[{"eul":[1,2]}]}]})";
             FCadrelZELResponse Response;
             CadrelJson::StringToZELResponse(Bytes(Json), Response);
             CadrelJson::StringToZELResponse_Internal(Bytes(Json), Response);
             CadrelJson::StringToZELResponse(Bytes(Json), Response);
-            std::exit(Response.Frames.Num() == 3 ? Reports.Count : -1);
+            std::exit(Response.Frames.Num() == 3 ? Reports.CountContaining(TEXT("Num >= 3")) : -1);
         },
         testing::ExitedWithCode(1), "");
 }

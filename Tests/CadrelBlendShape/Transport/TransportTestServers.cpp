@@ -3,65 +3,36 @@
 #include "Misc/ConfigCacheIni.h"
 #include "Setting/CadrelSetting.h"
 
-#include <sys/socket.h>
-
 #include <algorithm>
-
-#include <cstring>
-
-namespace
-{
-FString LocalURL(int Port)
-{
-    return FString::Printf(TEXT("http://127.0.0.1:%d"), Port);
-}
-} // namespace
 
 FLipsyncTestServer::FLipsyncTestServer(bool bInRecord) : bRecord(bInRecord)
 {
-    Server.Post(".*",
-                [this](const httplib::Request& Request, httplib::Response& Response)
-                {
-                    FAnswer Current;
-                    {
-                        std::lock_guard Lock(Mutex);
-                        if (bRecord)
-                        {
-                            Requests.push_back({Request.path, Request.headers, Request.files});
-                        }
-                        Current = Answer;
-                    }
-                    if (Current)
-                    {
-                        Current(Request, Response);
-                        return;
-                    }
-                    Response.set_content(DefaultAnswer(Request.path), "application/json");
-                });
-    // A kept-alive connection holds a worker, and up to 64 clients each open one
-    // per request in flight.
-    Server.new_task_queue = [] { return new httplib::ThreadPool(160); };
-    // Stopping waits for idle kept-alive connections to time out.
-    Server.set_keep_alive_timeout(1);
-    Server.set_tcp_nodelay(true);
-    int ListenSocket = -1;
-    Server.set_socket_options([&ListenSocket](socket_t Socket) { ListenSocket = Socket; });
-    Port = Server.bind_to_any_port("127.0.0.1");
-    // cpp-httplib listens with a backlog of 5, which a burst of 64 new connections
-    // overflows: the kernel drops them and clients wait for a retransmit.
-    ::listen(ListenSocket, SOMAXCONN);
-    Thread = std::thread([this] { Server.listen_after_bind(); });
-}
-
-FLipsyncTestServer::~FLipsyncTestServer()
-{
-    Server.stop();
-    Thread.join();
-}
-
-FString FLipsyncTestServer::BaseURL() const
-{
-    return LocalURL(Port);
+    Server->Post(".*",
+                 [this](const httplib::Request& Request, httplib::Response& Response)
+                 {
+                     FAnswer Current;
+                     {
+                         std::lock_guard Lock(Mutex);
+                         if (bRecord)
+                         {
+                             Requests.push_back({Request.path, Request.headers, Request.files});
+                         }
+                         Current = Answer;
+                     }
+                     if (Current)
+                     {
+                         Current(Request, Response);
+                         return;
+                     }
+                     Response.set_content(DefaultAnswer(Request.path), "application/json");
+                 });
+    // Connections are kept alive, as a lipsync server keeps them; each holds a worker, and up to
+    // 64 clients each open one per request in flight. Stopping waits for idle ones to time out.
+    Server->set_keep_alive_max_count(CPPHTTPLIB_KEEPALIVE_MAX_COUNT);
+    Server->set_keep_alive_timeout(1);
+    Server->new_task_queue = [] { return new httplib::ThreadPool(160); };
+    Server->set_tcp_nodelay(true);
+    Server.Start();
 }
 
 void FLipsyncTestServer::SetAnswer(FAnswer InAnswer)
@@ -119,26 +90,6 @@ std::string JsonReply(const std::string& Body)
 
 TArray<uint8> MakeWav(int32 SampleRate, double Seconds)
 {
-    const uint32 DataSize = static_cast<uint32>(SampleRate * Seconds) * 2;
-    const uint32 ByteRate = static_cast<uint32>(SampleRate) * 2;
-    const uint32 Fields[] = {0x46464952u,
-                             36 + DataSize,
-                             0x45564157u,
-                             0x20746d66u,
-                             16,
-                             0x00010001u,
-                             static_cast<uint32>(SampleRate),
-                             ByteRate,
-                             0x00100002u,
-                             0x61746164u,
-                             DataSize};
-    TArray<uint8> Wav;
-    Wav.SetNum(static_cast<int32>(sizeof(Fields) + DataSize));
-    std::memcpy(Wav.GetData(), Fields, sizeof(Fields));
-    for (uint32 Sample = 0; Sample < DataSize / 2; ++Sample)
-    {
-        const int16 Value = static_cast<int16>((Sample * 37) % 2000 - 1000);
-        std::memcpy(Wav.GetData() + sizeof(Fields) + Sample * 2, &Value, 2);
-    }
-    return Wav;
+    const std::string Wav = MakeWav(FWavSpec{.SampleRate = SampleRate, .Seconds = Seconds});
+    return TArray<uint8>(reinterpret_cast<const uint8*>(Wav.data()), static_cast<int32>(Wav.size()));
 }

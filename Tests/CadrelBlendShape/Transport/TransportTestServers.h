@@ -5,17 +5,15 @@
 
 #include "CoreMinimal.h"
 #include "HttpTestServers.h"
+#include "TestWav.h"
 
 #include <httplib.h>
 // httplib.h brings in <arpa/nameser.h>, whose DELETE macro hides the verb of that name.
 #undef DELETE
 
-#include <atomic>
-#include <chrono>
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 // What a lipsync server received, after cpp-httplib's own multipart parser.
@@ -35,10 +33,9 @@ public:
 
     // A server that does not record keeps no copy of what it receives.
     explicit FLipsyncTestServer(bool bInRecord = true);
-    ~FLipsyncTestServer();
 
     // "http://127.0.0.1:PORT", without a trailing slash.
-    FString BaseURL() const;
+    FString BaseURL() const { return Server.URL(""); }
     void SetAnswer(FAnswer InAnswer);
     std::vector<FReceivedRequest> Received() const;
 
@@ -54,13 +51,12 @@ public:
     static std::string DefaultAnswer(const std::string& Path);
 
 private:
-    httplib::Server Server;
-    std::thread Thread;
-    int Port = 0;
     bool bRecord = true;
     mutable std::mutex Mutex;
     FAnswer Answer;
     std::vector<FReceivedRequest> Requests;
+    // Last, so that it stops, and its handlers finish, before the members they use go.
+    FTestServer Server;
 };
 
 // Splits a raw request at the blank line: the header block (request line

@@ -1,14 +1,14 @@
 #include "CadrelVelkStream.h"
 #include "HttpModule.h"
+#include "LogCapture.h"
 #include "TransportTestServers.h"
-
-#include "../../Host/CoreUObject/TestProject.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <tuple>
 
 namespace
 {
@@ -94,17 +94,21 @@ TEST(TransportVelkStream, SendsEachChunkThenWaitsHalfItsDurationPlusTheInterval)
 
 TEST(TransportVelkStream, AudioLengthIsHalfThePlayTimeAndAlwaysFinite)
 {
-    using FStream = FCadrelVelkStream;
-    EXPECT_FLOAT_EQ(FStream::GetAuidoTimeLength(WavHeader(44100, 88200)), 1.0f);
-    EXPECT_FLOAT_EQ(FStream::GetAuidoTimeLength(WavHeader(32000, -64000)), -1.0f);
-    EXPECT_FLOAT_EQ(FStream::GetAuidoTimeLength(WavHeader(1, std::numeric_limits<int32>::max())),
-                    1073741824.0f);
-    EXPECT_EQ(FStream::GetAuidoTimeLength(WavHeader(0, 1000)), 0.0f);
-    EXPECT_EQ(FStream::GetAuidoTimeLength(WavHeader(-8, 1000)), 0.0f);
+    // Byte rate, data size, and the seconds expected.
+    const std::tuple<int32, int32, float> Cases[] = {{44100, 88200, 1.0f},
+                                                     {32000, -64000, -1.0f},
+                                                     {1, std::numeric_limits<int32>::max(), 1073741824.0f},
+                                                     {0, 1000, 0.0f},
+                                                     {-8, 1000, 0.0f}};
+    for (const auto& [ByteRate, DataSize, Seconds] : Cases)
+    {
+        EXPECT_FLOAT_EQ(FCadrelVelkStream::GetAuidoTimeLength(WavHeader(ByteRate, DataSize)), Seconds)
+            << ByteRate;
+    }
     TArray<uint8> Short = WavHeader(44100, 88200);
     Short.SetNum(43);
-    EXPECT_EQ(FStream::GetAuidoTimeLength(Short), 0.0f);
-    EXPECT_EQ(FStream::GetAuidoTimeLength(TArray<uint8>()), 0.0f);
+    EXPECT_EQ(FCadrelVelkStream::GetAuidoTimeLength(Short), 0.0f);
+    EXPECT_EQ(FCadrelVelkStream::GetAuidoTimeLength(TArray<uint8>()), 0.0f);
 }
 
 TEST(TransportVelkStream, HostileElementsNeverStallOrCrashTheQueue)

@@ -1,36 +1,12 @@
 #include "CoreMinimal.h"
+#include "LogCapture.h"
 #include "Modules/ModuleManager.h"
 
 #include <gtest/gtest.h>
 
-namespace
-{
-class FCapture : public FOutputDevice
-{
-public:
-    FCapture() { GLog->AddOutputDevice(this); }
-    ~FCapture() override { GLog->RemoveOutputDevice(this); }
-    void Serialize(const TCHAR* Text, ELogVerbosity::Type, const FName& Category) override
-    {
-        Lines.Add(Category.ToString() + TEXT(": ") + Text);
-    }
-    TArray<FString> Lines;
-};
-
-TArray<FString> Strings(std::initializer_list<const TCHAR*> Texts)
-{
-    TArray<FString> Result;
-    for (const TCHAR* Text : Texts)
-    {
-        Result.Add(Text);
-    }
-    return Result;
-}
-} // namespace
-
 TEST(ModuleManager, LoadsStartsShutsDownAndReloadsAModule)
 {
-    FCapture Log;
+    FLogCapture Log;
     FModuleManager& Manager = FModuleManager::Get();
     IModuleInterface* const Module = Manager.LoadModule(TEXT("OrvaneTestModule"));
     ASSERT_NE(Module, nullptr);
@@ -42,10 +18,12 @@ TEST(ModuleManager, LoadsStartsShutsDownAndReloadsAModule)
     EXPECT_FALSE(Manager.UnloadModule(TEXT("OrvaneTestModule")));
     EXPECT_EQ(Manager.GetModule(TEXT("OrvaneTestModule")), nullptr);
     ASSERT_NE(Manager.LoadModule(TEXT("OrvaneTestModule")), nullptr);
-    EXPECT_EQ(Log.Lines,
-              Strings({TEXT("LogOrvaneTestModule: started"), TEXT("LogOrvaneTestModule: unloading"),
-                       TEXT("LogOrvaneTestModule: shut down"), TEXT("LogOrvaneTestModule: destroyed"),
-                       TEXT("LogOrvaneTestModule: started")}));
+    EXPECT_EQ(Log.Lines, (TArray<FString>{TEXT("started"), TEXT("unloading"), TEXT("shut down"),
+                                          TEXT("destroyed"), TEXT("started")}));
+    for (const FString& Category : Log.Categories)
+    {
+        EXPECT_EQ(Category.GetStd(), u"LogOrvaneTestModule");
+    }
 }
 
 TEST(ModuleManager, AMissingLibraryOrEntryPointGivesNullAndOneLogLine)
@@ -53,10 +31,10 @@ TEST(ModuleManager, AMissingLibraryOrEntryPointGivesNullAndOneLogLine)
     for (const TCHAR* Name :
          {TEXT("OrvaneNoSuchModule"), TEXT("OrvaneTestModuleWithoutEntry"), TEXT("../OrvaneTestModule")})
     {
-        FCapture Log;
+        FLogCapture Log;
         EXPECT_EQ(FModuleManager::Get().LoadModule(Name), nullptr);
         ASSERT_EQ(Log.Lines.Num(), 1);
-        EXPECT_TRUE(Log.Lines[0].StartsWith(TEXT("LogModuleManager: ")));
+        EXPECT_EQ(Log.Categories[0].GetStd(), u"LogModuleManager");
         EXPECT_TRUE(Log.Lines[0].Contains(Name));
     }
 }

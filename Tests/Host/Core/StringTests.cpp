@@ -2,19 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 TEST(String, SanitizeFloatTrimsToTheMinimumFractionalDigits)
 {
-    EXPECT_EQ(FString::SanitizeFloat(0.0).GetStd(), u"0.0");
-    EXPECT_EQ(FString::SanitizeFloat(0.25).GetStd(), u"0.25");
-    EXPECT_EQ(FString::SanitizeFloat(2.0).GetStd(), u"2.0");
-    EXPECT_EQ(FString::SanitizeFloat(-5.5).GetStd(), u"-5.5");
-    EXPECT_EQ(FString::SanitizeFloat(2.0, 0).GetStd(), u"2");
-    EXPECT_EQ(FString::SanitizeFloat(2.5, 3).GetStd(), u"2.500");
     // Six places, rounded on the exact binary value: 0.1f is 0.100000001490116...
-    EXPECT_EQ(FString::SanitizeFloat(static_cast<double>(0.1f)).GetStd(), u"0.1");
-    EXPECT_EQ(FString::SanitizeFloat(1.0000005).GetStd(), u"1.000001");
-    EXPECT_EQ(FString::SanitizeFloat(0.0000004).GetStd(), u"0.0");
-    EXPECT_EQ(FString::SanitizeFloat(1e20).GetStd(), u"100000000000000000000.0");
+    const std::tuple<double, int32, std::u16string> Cases[] = {
+        {0.0, 1, u"0.0"},       {0.25, 1, u"0.25"},
+        {2.0, 1, u"2.0"},       {-5.5, 1, u"-5.5"},
+        {2.0, 0, u"2"},         {2.5, 3, u"2.500"},
+        {0.1f, 1, u"0.1"},      {1.0000005, 1, u"1.000001"},
+        {0.0000004, 1, u"0.0"}, {1e20, 1, u"100000000000000000000.0"}};
+    for (const auto& [Value, Digits, Expected] : Cases)
+    {
+        EXPECT_EQ(FString::SanitizeFloat(Value, Digits).GetStd(), Expected) << Value;
+    }
 }
 
 TEST(String, ComparisonAndHashIgnoreCaseUnlessAsked)

@@ -1,5 +1,6 @@
 #include "Misc/ConfigCacheIni.h"
 
+#include "LogCapture.h"
 #include "TestProject.h"
 
 #include <gtest/gtest.h>
@@ -174,12 +175,4 @@ TEST_F(ConfigCacheIni, UnwritableLocationsFailWithALogLineAndTouchNothing)
     }
     EXPECT_FALSE(std::filesystem::exists(Project.Root / "absent"));
     EXPECT_EQ(FTestProject::Read(Project.Root / "Other" / "Config"), "not a directory");
-}
-
-TEST_F(ConfigCacheIni, EngineIniIsDefaultEngineIniOfTheCurrentProject)
-{
-    FTestProject::Write(Project.ConfigFile("DefaultEngine.ini"), "[HTTP]\nFlushSoftTimeLimitDefault=+7.5\n");
-    double Soft = 0.0;
-    EXPECT_TRUE(GConfig->GetDouble(TEXT("HTTP"), TEXT("FlushSoftTimeLimitDefault"), Soft, GEngineIni));
-    EXPECT_EQ(Soft, 7.5);
 }

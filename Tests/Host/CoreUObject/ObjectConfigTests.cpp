@@ -1,3 +1,4 @@
+#include "LogCapture.h"
 #include "TestProject.h"
 #include "TestTypes.h"
 

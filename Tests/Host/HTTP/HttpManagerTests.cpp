@@ -1,12 +1,11 @@
 #include "HAL/PlatformTime.h"
 #include "HttpModule.h"
 #include "HttpTestServers.h"
+#include "Loopback.h"
 #include "Misc/ConfigCacheIni.h"
 
 #include <gtest/gtest.h>
 
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 namespace
@@ -146,16 +145,10 @@ TEST(HttpModule, ProcessExitsWhileARequestIsInFlight)
     // A fresh process for the child: a forked one would lack the worker thread.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     // Connections complete in the kernel's backlog but are never accepted or answered.
-    const int Listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in Address{};
-    Address.sin_family = AF_INET;
-    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t Length = sizeof(Address);
-    ASSERT_EQ(bind(Listener, reinterpret_cast<sockaddr*>(&Address), Length), 0);
-    listen(Listener, 4);
-    getsockname(Listener, reinterpret_cast<sockaddr*>(&Address), &Length);
-    const FString URL =
-        FString::FromUTF8("http://127.0.0.1:" + std::to_string(ntohs(Address.sin_port)) + "/");
+    int Port = 0;
+    const int Listener = BindLoopback(SOCK_STREAM, Port);
+    ASSERT_EQ(listen(Listener, 4), 0);
+    const FString URL = LocalURL(Port, "/");
     EXPECT_EXIT(
         {
             TSharedRef<IHttpRequest> Request = MakeRequest(URL);

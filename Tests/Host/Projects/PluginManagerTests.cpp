@@ -1,10 +1,10 @@
 #include "Interfaces/IPluginManager.h"
+#include "LogCapture.h"
+#include "TestProject.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 namespace
 {
@@ -19,19 +19,6 @@ FPluginDescriptor Sample()
     Descriptor.VersionName = TEXT("kept");
     return Descriptor;
 }
-
-// Counts the skip lines written for one descriptor file.
-class FSkipCounter : public FOutputDevice
-{
-public:
-    explicit FSkipCounter(const FString& InFileName) : FileName(InFileName) {}
-    void Serialize(const TCHAR* Text, ELogVerbosity::Type, const FName&) override
-    {
-        Count += FString(Text).Contains(FileName) ? 1 : 0;
-    }
-    FString FileName;
-    int32 Count = 0;
-};
 } // namespace
 
 TEST(PluginManager, FindsTheDescriptorBesideTheLibraryByNameInAnyCase)
@@ -76,24 +63,17 @@ TEST(PluginDescriptor, ReadsKnownKeysInAnyCaseAndRejectsWrongTypes)
 TEST(PluginManagerDeathTest, ProjectPluginsReplaceLibraryOnesAndBrokenOnesAreSkippedOnce)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto Child = []
+    const auto Check = []
     {
-        char Template[] = "/tmp/cadrel-plugins-XXXXXX";
-        const std::filesystem::path Project = mkdtemp(Template);
-        std::filesystem::create_directories(Project / "Plugins/Cadrel");
-        std::filesystem::create_directories(Project / "Plugins/Broken");
-        std::ofstream(Project / "Plugins/Cadrel/Cadrel.uplugin") << R"({"VersionName":"2.0.0-project"})";
-        std::ofstream(Project / "Plugins/Broken/Broken.uplugin") << R"({"VersionName":)";
-        setenv("ORVANE_PROJECT_DIR", Project.c_str(), 1);
-
-        FSkipCounter Skips(TEXT("Broken.uplugin"));
-        GLog->AddOutputDevice(&Skips);
+        FTestProject Project;
+        FTestProject::Write(Project.Root / "Plugins/Cadrel/Cadrel.uplugin",
+                            R"({"VersionName":"2.0.0-project"})");
+        FTestProject::Write(Project.Root / "Plugins/Broken/Broken.uplugin", R"({"VersionName":)");
+        FLogCapture Log;
         const TSharedPtr<IPlugin> Cadrel = IPluginManager::Get().FindPlugin(TEXT("Cadrel"));
-        const bool bReplaced = Cadrel && SameText(Cadrel->GetDescriptor().VersionName, TEXT("2.0.0-project"));
-        const bool bSkipped = !IPluginManager::Get().FindPlugin(TEXT("Broken")).IsValid() && Skips.Count == 1;
-        GLog->RemoveOutputDevice(&Skips);
-        std::filesystem::remove_all(Project);
-        std::exit(bReplaced && bSkipped ? 0 : 1);
+        return Cadrel && SameText(Cadrel->GetDescriptor().VersionName, TEXT("2.0.0-project")) &&
+               !IPluginManager::Get().FindPlugin(TEXT("Broken")).IsValid() &&
+               Log.CountContaining(TEXT("Broken.uplugin")) == 1;
     };
-    EXPECT_EXIT(Child(), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(std::exit(Check() ? 0 : 1), ::testing::ExitedWithCode(0), "");
 }

@@ -21,18 +21,6 @@ FCadrelZELRequest RequestWithMovement(bool bEyes, bool bNeck)
     return Request;
 }
 
-int IndexOf(const TArray<FString>& Names, const char* Name)
-{
-    for (int32 Index = 0; Index < Names.Num(); ++Index)
-    {
-        if (Names[Index].ToUTF8() == Name)
-        {
-            return Index;
-        }
-    }
-    return -1;
-}
-
 double MaxAbsBone(const FCadrelZELResponse& Response, int Bone)
 {
     double Max = 0.0;
@@ -61,7 +49,7 @@ TEST_F(FServerFixture, CloudAnswerReadsBackWithTheModuleReaderAndBonesMoveOnlyWh
         ASSERT_EQ(Answer.BonesNames.Num(), 3) << "bones keep their place when still";
         EXPECT_NE(Answer.BonesNames[0].ToUTF8().find("eye"), std::string::npos);
         EXPECT_NE(Answer.BonesNames[1].ToUTF8().find("eye"), std::string::npos);
-        const int JawOpen = IndexOf(Answer.BlendShapesNames, "jawOpen");
+        const int JawOpen = Answer.BlendShapesNames.Find(FString(TEXT("jawOpen")));
         ASSERT_GE(JawOpen, 0);
         double MaxJaw = 0.0;
         for (int32 Frame = 0; Frame < Answer.Frames.Num(); ++Frame)
@@ -91,7 +79,7 @@ TEST_F(FServerFixture, Audio2FaceExportCountsMatchItsLists)
     EXPECT_EQ(Export.NumPoses, Export.FacsNames.Num());
     EXPECT_EQ(Export.NumFrames, Export.WeightMat.Num());
     EXPECT_EQ(Export.NumFrames, 90);
-    EXPECT_GE(IndexOf(Export.FacsNames, "jawOpen"), 0);
+    EXPECT_TRUE(Export.FacsNames.Contains(FString(TEXT("jawOpen"))));
     for (int32 Row = 0; Row < Export.WeightMat.Num(); ++Row)
     {
         ASSERT_EQ(Export.WeightMat[Row].Weight.Num(), Export.NumPoses);

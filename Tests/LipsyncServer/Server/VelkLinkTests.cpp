@@ -1,14 +1,13 @@
 #include "FaceEngine.h"
 #include "ServerFixture.h"
 #include "ServerProcess.h"
+#include "TestProject.h"
 #include "VelkReceiver.h"
 #include "WavReader.h"
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include <unistd.h>
@@ -32,9 +31,7 @@ const FAudio& Speech()
         FAudio Audio;
         if (std::system(Command.c_str()) == 0)
         {
-            std::ifstream File(Path, std::ios::binary);
-            const std::string Bytes{std::istreambuf_iterator<char>(File), {}};
-            auto Read = ReadWav(Bytes);
+            auto Read = ReadWav(FTestProject::Read(Path));
             if (auto* Decoded = std::get_if<FAudio>(&Read))
             {
                 Audio = std::move(*Decoded);

@@ -1,6 +1,7 @@
 #include "VelkReceiver.h"
 
-#include <arpa/inet.h>
+#include "Loopback.h"
+
 #include <lo/lo.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -13,17 +14,10 @@ namespace
 {
 int OpenUdpSocket(int& OutPort)
 {
-    const int Socket = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    const int Socket = BindLoopback(SOCK_DGRAM, OutPort);
     // Room for a whole long chunk, so that the test measures the sender, not this reader.
     const int Buffer = 8 << 20;
     setsockopt(Socket, SOL_SOCKET, SO_RCVBUF, &Buffer, sizeof(Buffer));
-    sockaddr_in Address{};
-    Address.sin_family = AF_INET;
-    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t Length = sizeof(Address);
-    bind(Socket, reinterpret_cast<sockaddr*>(&Address), Length);
-    getsockname(Socket, reinterpret_cast<sockaddr*>(&Address), &Length);
-    OutPort = ntohs(Address.sin_port);
     return Socket;
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
 // A scratch project directory for one test (ORVANE_PROJECT_DIR points at it
-// while the test runs) and a log line capture.
+// while the test runs), and whole files read and written as bytes.
 
 #include "CoreMinimal.h"
-
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -44,16 +42,4 @@ public:
     }
 
     std::filesystem::path Root;
-};
-
-class FLogCapture : public FOutputDevice
-{
-public:
-    FLogCapture() { GLog->AddOutputDevice(this); }
-    ~FLogCapture() override { GLog->RemoveOutputDevice(this); }
-    void Serialize(const TCHAR* Text, ELogVerbosity::Type, const FName&) override
-    {
-        Lines.Add(FString(Text));
-    }
-    TArray<FString> Lines;
 };

@@ -14,6 +14,9 @@
 #include <thread>
 #include <vector>
 
+// "SCHEME://127.0.0.1:PORT" followed by Path.
+FString LocalURL(int Port, const char* Path = "", const char* Scheme = "http");
+
 // A cpp-httplib server (plain or TLS) listening on 127.0.0.1 for the length of a test.
 class FTestServer
 {
@@ -23,7 +26,7 @@ public:
     httplib::Server* operator->() { return Server.get(); }
     // Starts listening; handlers must be set before.
     void Start();
-    FString URL(const char* Path, const char* Scheme = "http") const;
+    FString URL(const char* Path, const char* Scheme = "http") const { return LocalURL(Port, Path, Scheme); }
 
 private:
     std::unique_ptr<httplib::Server> Server;
@@ -38,7 +41,7 @@ class FRawServer
 public:
     explicit FRawServer(std::string InReply);
     ~FRawServer();
-    FString URL(const char* Path) const;
+    FString URL(const char* Path) const { return LocalURL(Port, Path); }
     std::vector<std::string> Received();
 
 private:

@@ -2,10 +2,8 @@
 
 #include "HAL/PlatformTime.h"
 #include "HttpModule.h"
+#include "Loopback.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -27,7 +25,12 @@ FTestServer::~FTestServer()
 
 void FTestServer::Start()
 {
+    int Listener = -1;
+    Server->set_socket_options([&Listener](socket_t Socket) { Listener = Socket; });
     Port = Server->bind_to_any_port("127.0.0.1");
+    // cpp-httplib listens with a backlog of 5, which a burst of 64 new connections
+    // overflows: the kernel drops them and clients wait for a retransmit.
+    ::listen(Listener, SOMAXCONN);
     Thread = std::thread([this] { Server->listen_after_bind(); });
     while (!Server->is_running())
     {
@@ -35,22 +38,15 @@ void FTestServer::Start()
     }
 }
 
-FString FTestServer::URL(const char* Path, const char* Scheme) const
+FString LocalURL(int Port, const char* Path, const char* Scheme)
 {
     return FString::FromUTF8(std::string(Scheme) + "://127.0.0.1:" + std::to_string(Port) + Path);
 }
 
 FRawServer::FRawServer(std::string InReply) : Reply(std::move(InReply))
 {
-    Listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in Address{};
-    Address.sin_family = AF_INET;
-    Address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t Length = sizeof(Address);
-    bind(Listener, reinterpret_cast<sockaddr*>(&Address), Length);
+    Listener = BindLoopback(SOCK_STREAM, Port);
     listen(Listener, 8);
-    getsockname(Listener, reinterpret_cast<sockaddr*>(&Address), &Length);
-    Port = ntohs(Address.sin_port);
     Thread = std::thread([this] { Serve(); });
 }
 
@@ -60,11 +56,6 @@ FRawServer::~FRawServer()
     shutdown(Listener, SHUT_RDWR);
     Thread.join();
     close(Listener);
-}
-
-FString FRawServer::URL(const char* Path) const
-{
-    return FString::FromUTF8("http://127.0.0.1:" + std::to_string(Port) + Path);
 }
 
 std::vector<std::string> FRawServer::Received()
