@@ -193,6 +193,5 @@ void CadrelJson::StringToZELResponse(const FString& JsonString, FCadrelZELRespon
 
 void CadrelJson::StringToZELResponse(const TArray<uint8>& Utf8Json, FCadrelZELResponse& OutResponse)
 {
-    ReadRules::ReadWithoutThrowing([&]
-                                   { ReadWithWalker<FResponseWalker>(Utf8Json, OutResponse); });
+    ReadRules::ReadWithoutThrowing([&] { ReadWithWalker<FResponseWalker>(Utf8Json, OutResponse); });
 }
