@@ -154,6 +154,8 @@ bool ScoreCorpus(const std::string& ListPath, int Fps, double MinOverall, double
         bPassed = CellPasses(Cell, MinOverall, MinClass) && bPassed;
     }
     PrintRow("all", All);
+    std::printf("with the specificity cases counted among the intervals: engine %.1f%%, loud %.1f%%\n",
+                100.0 * All.Engine.OverallWithSpecificity(), 100.0 * All.Loudness.OverallWithSpecificity());
     return bPassed;
 }
 } // namespace

@@ -8,9 +8,11 @@
 namespace EngineBench
 {
 
-// The mouth a loudness meter alone would give: one frame per 1/fps with only
-// jawOpen set, from nothing 36 dB under the take's loudest frame to fully open 6 dB
-// under it. The face engine has to beat this to be worth its model.
+// The best mouth a loudness meter alone gives: one frame per 1/fps with only jawOpen
+// set, open on the frames that are loud for this take (measured against the take's
+// own spread of frame levels, so that its gain and noise do not matter). It can
+// close for bilabials and rest in silence but never round or spread the lips. The
+// face engine has to beat this to be worth its model.
 std::vector<LipsyncEngine::FFaceFrame> LoudnessFrames(std::span<const float> Samples, int SampleRate,
                                                       int Fps);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace EngineBench
 {
@@ -18,6 +19,16 @@ constexpr float ShapeMinimum = 0.25f;
 constexpr float ShapeMargin = 0.1f;
 constexpr float RestJaw = 0.12f;
 constexpr float RestShape = 0.15f;
+
+double Ratio(std::size_t Part, std::size_t Whole)
+{
+    return Whole == 0 ? 0.0 : static_cast<double>(Part) / static_cast<double>(Whole);
+}
+
+template <typename TCounts> std::size_t Sum(const TCounts& Counts)
+{
+    return std::accumulate(Counts.begin(), Counts.end(), std::size_t{0});
+}
 
 float Pair(const FFaceFrame& Frame, std::size_t Left, std::size_t Right)
 {
@@ -91,25 +102,23 @@ void FScore::Add(const FScore& Other)
 
 double FScore::Overall() const
 {
-    std::size_t AllHits = 0;
-    std::size_t All = 0;
-    for (std::size_t Index = 0; Index < Hits.size(); ++Index)
-    {
-        AllHits += Hits[Index];
-        All += Totals[Index];
-    }
-    return All == 0 ? 0.0 : static_cast<double>(AllHits) / All;
+    return Ratio(Sum(Hits), Sum(Totals));
+}
+
+double FScore::OverallWithSpecificity() const
+{
+    return Ratio(Sum(Hits) + SpecificHits, Sum(Totals) + SpecificTotal);
 }
 
 double FScore::Specificity() const
 {
-    return SpecificTotal == 0 ? 0.0 : static_cast<double>(SpecificHits) / SpecificTotal;
+    return Ratio(SpecificHits, SpecificTotal);
 }
 
 double FScore::Of(EMouthClass Class) const
 {
     const auto Index = static_cast<std::size_t>(Class);
-    return Totals[Index] == 0 ? 0.0 : static_cast<double>(Hits[Index]) / Totals[Index];
+    return Ratio(Hits[Index], Totals[Index]);
 }
 
 FScore ScoreFrames(std::span<const FFaceFrame> Frames, int Fps, std::span<const FLabel> Labels)

@@ -40,6 +40,9 @@ struct FScore
 
     void Add(const FScore& Other);
     double Overall() const;
+    // Overall with the specificity cases counted as intervals of their own, as some
+    // scorers do; a mouth that never rounds nor spreads passes all of them.
+    double OverallWithSpecificity() const;
     double Of(EMouthClass Class) const;
     double Specificity() const;
 };

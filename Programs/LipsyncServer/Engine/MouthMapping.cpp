@@ -41,7 +41,7 @@ float Openness(float LevelDb)
     return 0.5f + 0.5f * std::clamp((LevelDb + 30.0f) / 24.0f, 0.0f, 1.0f);
 }
 
-// A lip shape shows once its viseme holds more than 30% of the frame: back open
+// A lip shape shows once its viseme leads by more than 30% of the frame: back open
 // vowels (father, lot) sound much like rounded ones, and the network hedges
 // between them.
 float Dominant(float Share)
@@ -74,8 +74,12 @@ void FMouthMapper::Step(const FVisemeWeights& Visemes, float LevelDb, FWeights& 
     // closure fills with the tail of the sound before it, and the network hedges.
     Targets[MouthClose] = std::min(Jaw, Weights[JawOpen]) * std::clamp(4.0f * Closed, 0.0f, 1.0f);
     SetPair(Targets, MouthPressLeft, MouthPressRight, 0.5f * Closed);
-    Targets[MouthFunnel] = 0.55f * Dominant(Rounded);
-    Targets[MouthPucker] = 0.65f * Dominant(Rounded);
+    // Rounding goes by its lead over the open and spread visemes, not by its share
+    // alone: on a human voice an open or spread vowel often leaves a third of the
+    // frame to rounded, which pursed the lips of "father" and "see".
+    const float RoundedLead = Rounded - std::max(Open, Spread);
+    Targets[MouthFunnel] = 0.55f * Dominant(RoundedLead);
+    Targets[MouthPucker] = 0.65f * Dominant(RoundedLead);
     SetPair(Targets, MouthStretchLeft, MouthStretchRight, 0.4f * Spread);
     SetPair(Targets, MouthSmileLeft, MouthSmileRight, 0.25f * Spread);
     SetPair(Targets, MouthLowerDownLeft, MouthLowerDownRight, 0.4f * Jaw * (1.0f - Rounded));
