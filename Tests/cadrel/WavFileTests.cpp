@@ -7,7 +7,6 @@
 #include <cmath>
 #include <functional>
 #include <iostream>
-#include <limits>
 
 #include <sys/stat.h>
 
@@ -94,7 +93,9 @@ TEST(WavFileTest, RefusesEveryBrokenFileNamingItAndTheFault)
     }
 }
 
-TEST(WavFileTest, ReadsMonoStereoFloatAndPaddedFilesAsTheyAre)
+// Out-of-range and NaN float samples are WavFileFuzzer's: from its stereo-float seed it
+// makes them readily and aborts on any mono sample outside [-1, 1].
+TEST(WavFileTest, ReadsMonoStereoAndPaddedFilesAsTheyAre)
 {
     FWavScratch Scratch;
     struct FCase
@@ -103,17 +104,12 @@ TEST(WavFileTest, ReadsMonoStereoFloatAndPaddedFilesAsTheyAre)
         int Channels;
         std::vector<float> Mono;
     };
-    const float Nan = std::numeric_limits<float>::quiet_NaN();
     const FCase Cases[] = {
         {Scratch.MakeWav(16000, 1, std::vector<short>{0, 16384, -32768}), 1, {0.0f, 0.5f, -1.0f}},
         {Scratch.MakeWav(16000, 2, std::vector<short>{16384, -16384, 32767, 32767}),
          2,
          {0.0f, 32767 / 32768.0f}},
         {WithOddChunk(Scratch.MakeWav(16000, 1, std::vector<short>{64, -64})), 1, {1 / 512.0f, -1 / 512.0f}},
-        // Out-of-range and NaN float samples must not reach the picture.
-        {Scratch.MakeWav(16000, 2, std::vector<float>{2.0f, 1.0f, Nan, -0.5f}, SF_FORMAT_FLOAT),
-         2,
-         {1.0f, -0.25f}},
     };
     for (const FCase& Case : Cases)
     {
