@@ -6,7 +6,9 @@
 #include <limits>
 #include <optional>
 
-TEST_F(FCadrelSettingTest, LoadTakesOnlyTheKeysTheFileHoldsAndTimeStampStaysWhole)
+// That TimeStamp survives a save and a reload whole, past a double's 53 bits, is the
+// settings command's test (it sets 2^63 - 1 and shows it from the file).
+TEST_F(FCadrelSettingTest, LoadTakesOnlyTheKeysTheFileHolds)
 {
     WriteSettings("Token=abc\n");
     Settings().TimeStamp = std::numeric_limits<int64>::min();
@@ -14,14 +16,6 @@ TEST_F(FCadrelSettingTest, LoadTakesOnlyTheKeysTheFileHoldsAndTimeStampStaysWhol
     EXPECT_EQ(Settings().Token, TEXT("abc"));
     EXPECT_EQ(Settings().A2FURL, TEXT("http://127.0.0.1:9011"));
     EXPECT_EQ(Settings().TimeStamp, std::numeric_limits<int64>::min());
-
-    Settings().TimeStamp = 9007199254740993; // 2^53 + 1, which a double would round
-    Settings().SaveZELSettingsConfig();
-    Settings().TimeStamp = 0;
-    GConfig->Flush(true, FTestProject::ToFString(SettingsFile())); // read the file itself next time
-    Settings().LoadZELSettingsConfig();
-    EXPECT_EQ(Settings().TimeStamp, 9007199254740993);
-    EXPECT_NE(FTestProject::Read(SettingsFile()).find("TimeStamp=9007199254740993"), std::string::npos);
 }
 
 // The engine configuration's [HTTP] flush limits before loading, and what loading leaves.

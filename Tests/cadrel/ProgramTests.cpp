@@ -91,34 +91,19 @@ TEST_F(FProgramTest, LipsyncWritesEachFormatFromEitherServerKindAndNothingElse)
     }
 }
 
+// Which faults a WAV file can have, and how each is named, is the WAV reader's test;
+// here a missing, a directory and a cut file each cost one line and write nothing.
 TEST_F(FProgramTest, BadWavFilesCostOneLineEachAndTheGoodOnesStillRun)
 {
-    std::string ZeroRate = Speech;
-    std::fill_n(ZeroRate.begin() + 24, 4, '\0');
-    std::string ZeroChannels = Speech;
-    std::fill_n(ZeroChannels.begin() + 22, 2, '\0');
-    const std::map<std::string, std::string> Bad = {
-        {"empty.wav", ""},
-        {"text.wav", "this is not audio\n"},
-        {"cut.wav", Speech.substr(0, Speech.size() / 2)},
-        {"rate.wav", ZeroRate},
-        {"channels.wav", ZeroChannels},
-    };
-    std::set<std::string> Inputs = {"speech.wav", "folder.wav"};
-    for (const auto& [Name, Bytes] : Bad)
-    {
-        FTestProject::Write(Project.Root / Name, Bytes);
-        Inputs.insert(Name);
-    }
+    FTestProject::Write(Project.Root / "cut.wav", Speech.substr(0, Speech.size() / 2));
     std::filesystem::create_directory(Project.Root / "folder.wav");
-
-    for (const std::string Name :
-         {"missing.wav", "folder.wav", "empty.wav", "text.wav", "cut.wav", "rate.wav", "channels.wav"})
+    for (const std::string Name : {"missing.wav", "folder.wav", "cut.wav"})
     {
         const FCadrelRun Run = Cadrel("lipsync " + Name + " --out out");
         EXPECT_TRUE(Run.IsOneLineFailure()) << Name << ": " << Run.Error;
         EXPECT_EQ(Run.Error.rfind("cadrel: " + Name + ": ", 0), 0u) << Run.Error;
-        EXPECT_EQ(LeftBehind(Inputs), (std::set<std::string>{"out"})) << Name;
+        EXPECT_EQ(LeftBehind({"speech.wav", "folder.wav", "cut.wav"}), (std::set<std::string>{"out"}))
+            << Name;
     }
 
     const FCadrelRun Mixed = Cadrel("lipsync cut.wav speech.wav --out out --jobs 2");

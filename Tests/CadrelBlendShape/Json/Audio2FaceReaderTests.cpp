@@ -12,7 +12,8 @@ const std::string Export = R"({"exportFps":60,"trackPath":"/World/Player","numPo
 
 CADREL_INSTANTIATE_READ_PATHS(Audio2FaceReader);
 
-TEST_P(Audio2FaceReader, ReadsTwiceAppendingArraysAndConvertsScaled)
+// How an export becomes a response is Audio2FaceConversion's test.
+TEST_P(Audio2FaceReader, ReadsTwiceAppendingArrays)
 {
     FCadrelAudio2FaceBlendShapeInfo Info;
     ReadWith(GetParam(), Export, Info);
@@ -20,16 +21,9 @@ TEST_P(Audio2FaceReader, ReadsTwiceAppendingArraysAndConvertsScaled)
     EXPECT_EQ(Info.TrackPath.GetStd(), u"/World/Player");
     EXPECT_EQ(Info.NumPoses, 2);
     EXPECT_EQ(Info.NumFrames, 2);
-
-    FCadrelZELResponse Response;
-    CadrelJson::Audio2FaceBlendShapeToZELResponse(Info, Response, 2.0);
-    EXPECT_EQ(Response.FPS, 60);
-    EXPECT_EQ(Response.Platform.GetStd(), u"1.0.0");
-    EXPECT_TRUE(Response.Version.IsEmpty());
-    EXPECT_EQ(Response.BlendShapesNames, (TArray<FString>{TEXT("EyeBlinkLeft"), TEXT("JawOpen")}));
-    ASSERT_EQ(Response.Frames.Num(), 2);
-    EXPECT_EQ(Response.Frames[0].Blendshapes, (TArray<double>{1.0, 2.0}));
-    EXPECT_EQ(Response.Frames[1].Blendshapes, (TArray<double>{0.5, 0.0}));
+    EXPECT_EQ(Info.FacsNames, (TArray<FString>{TEXT("EyeBlinkLeft"), TEXT("JawOpen")}));
+    ASSERT_EQ(Info.WeightMat.Num(), 2);
+    EXPECT_EQ(Info.WeightMat[1].Weight, (TArray<double>{0.25, 0.0}));
 
     ReadWith(GetParam(), Export, Info);
     EXPECT_EQ(Info.FacsNames.Num(), 4);
@@ -85,6 +79,7 @@ TEST(Audio2FaceConversion, KeepsBonesOfExistingFramesAndReplacesNames)
         EXPECT_EQ(Response.Frames[1].Blendshapes, (TArray<double>{2.0})) << bMove;
         EXPECT_EQ(Response.Frames[1].Bones.Num(), 1) << bMove;
         EXPECT_EQ(Response.Version.GetStd(), u"kept") << bMove;
+        EXPECT_EQ(Response.Platform.GetStd(), u"1.0.0") << bMove;
         EXPECT_EQ(Response.FPS, 30) << bMove;
     }
 

@@ -3,7 +3,6 @@
 #include "RecordText.h"
 
 #include <cstdlib>
-#include <random>
 
 // The fast readers must leave exactly the records of the general path, on texts
 // chosen where an on-demand walk could part from the host's parser and accessors.
@@ -89,40 +88,6 @@ TEST(FastPath, NumbersConvertAsTheHostTreeConvertsThem)
     EXPECT_EQ(Response.Frames[0].Blendshapes,
               (TArray<double>{1.1111111111111112, 1.1111111111111112, -1.234567890123456789e-29}));
     EXPECT_EQ(Response.BlendShapesNames[0].GetStd(), u"2.2222222222222223");
-}
-
-TEST(FastPath, RandomNumbersAgreeBitForBit)
-{
-    // Lengths around 19 and 20 digits, where the parser changes paths, with and
-    // without sign, point, leading zeros in the fraction and exponent.
-    std::mt19937 Random(5);
-    const auto Digits = [&](int32 Count, bool bLeadingNonZero)
-    {
-        std::string Out;
-        for (int32 Index = 0; Index < Count; ++Index)
-        {
-            Out +=
-                static_cast<char>('0' + (Index == 0 && bLeadingNonZero ? 1 + Random() % 9 : Random() % 10));
-        }
-        return Out;
-    };
-    std::string Numbers;
-    for (int32 Count = 0; Count < 20000; ++Count)
-    {
-        const std::string Fraction =
-            Random() % 2 ? "." + Digits(1 + static_cast<int32>(Random() % 25), false) : "";
-        const std::string Exponent = Random() % 3 == 0 ? (Random() % 2 ? "e-" : "E") + Digits(2, false) : "";
-        // An integer beyond 64 bits is no number to the host's parser.
-        const bool bInteger = Fraction.empty() && Exponent.empty();
-        const int32 IntegerDigits = 1 + static_cast<int32>(Random() % (bInteger ? 18 : 22));
-        const std::string Number =
-            (Random() % 3 == 0 ? "-" : "") + Digits(IntegerDigits, IntegerDigits > 1) + Fraction + Exponent;
-        Numbers += (Count ? "," : "") + Number;
-    }
-    const std::string Json = R"({"version":"v","frames":[{"blendshapes":[)" + Numbers +
-                             R"(]}],"blendShapesNames":[)" + Numbers + "]}";
-    ExpectSameRecords(Json);
-    EXPECT_EQ(ReadVersion(Json).GetStd(), u"v");
 }
 
 TEST(FastPath, StringsReadAsTheHostTreeReadsThem)

@@ -90,20 +90,6 @@ TEST_F(ConfigCacheIni, ValuesReadBackExactlyAfterAReload)
     EXPECT_EQ(Value, 0.1);
 }
 
-TEST_F(ConfigCacheIni, GetLeavesTheOutputForMissingKeysAndWrongTypes)
-{
-    FTestProject::Write(Project.ConfigFile("DefaultTest.ini"), "[S]\nStamp=abc\nBig=99999999999999999999\n");
-    int64 Stamp = 42;
-    EXPECT_FALSE(GConfig->GetInt64(TEXT("S"), TEXT("Stamp"), Stamp, File));
-    EXPECT_FALSE(GConfig->GetInt64(TEXT("S"), TEXT("Big"), Stamp, File));
-    EXPECT_FALSE(GConfig->GetInt64(TEXT("S"), TEXT("Missing"), Stamp, File));
-    EXPECT_FALSE(GConfig->GetInt64(TEXT("S"), TEXT("Stamp"), Stamp, File + TEXT(".absent")));
-    EXPECT_EQ(Stamp, 42);
-    double Limit = 2.0;
-    EXPECT_FALSE(GConfig->GetDouble(TEXT("S"), TEXT("Stamp"), Limit, File));
-    EXPECT_EQ(Limit, 2.0);
-}
-
 // Each text has one line the reader cannot take; the file must come through
 // start-up's load and save byte for byte.
 TEST_F(ConfigCacheIni, UnreadableFilesAreLoggedOnceAndNeverOverwritten)

@@ -26,9 +26,8 @@ TEST(PluginManager, FindsTheDescriptorBesideTheLibraryByNameInAnyCase)
     const TSharedPtr<IPlugin> Plugin = IPluginManager::Get().FindPlugin(TEXT("cADREL"));
     ASSERT_TRUE(Plugin.IsValid());
     EXPECT_TRUE(SameText(Plugin->GetName(), TEXT("Cadrel")));
+    // The version requests carry; the descriptor's other keys are PluginDescriptor's test.
     EXPECT_TRUE(SameText(Plugin->GetDescriptor().VersionName, TEXT("1.5.7")));
-    EXPECT_TRUE(SameText(Plugin->GetDescriptor().FriendlyName, TEXT("Cadrel")));
-    EXPECT_EQ(Plugin->GetDescriptor().Version, 1);
     EXPECT_TRUE(FPaths::FileExists(Plugin->GetBaseDir() + TEXT("/Cadrel.uplugin")));
     EXPECT_EQ(IPluginManager::Get().FindPlugin(TEXT("Cadrel")), Plugin);
     EXPECT_FALSE(IPluginManager::Get().FindPlugin(TEXT("NoSuchPlugin")).IsValid());

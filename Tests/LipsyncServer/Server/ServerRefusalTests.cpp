@@ -37,14 +37,6 @@ void SetHeader(FWireRequest& Request, const std::string& Name, const std::string
     Request.Headers.emplace(Name, Value);
 }
 
-void PatchLittleEndian32(std::string& Bytes, std::size_t Offset, std::uint32_t Value)
-{
-    for (int Index = 0; Index < 4; ++Index)
-    {
-        Bytes[Offset + Index] = char((Value >> (8 * Index)) & 0xFF);
-    }
-}
-
 const FRefusalCase Cases[] = {
     // The form.
     {"NotMultipart", [](auto& R) { R.ContentType = "application/json"; }, 400, "Content-Type"},
@@ -81,16 +73,9 @@ const FRefusalCase Cases[] = {
     {"PrevSizeNotNumber", [](auto& R) { Replace(R.Json, "\"prev_size\":\"0\"", "\"prev_size\":\"none\""); },
      400, "meta.prev_size"},
     {"NoMeta", [](auto& R) { Replace(R.Json, "\"meta\"", "\"meat\""); }, 400, "meta"},
-    // The audio.
+    // The audio. Sizes that claim more than the file holds are WavReader's test, which
+    // cuts a file at every length.
     {"AudioNotRiff", [](auto& R) { R.Audio = "ID3 this is not a wave file"; }, 415, "audio"},
-    {"RiffClaimsMore", [](auto& R) { R.Audio.resize(R.Audio.size() - 100); }, 415, "audio"},
-    {"DataChunkClaimsMore",
-     [](auto& R)
-     {
-         R.Audio.resize(R.Audio.size() - 100);
-         PatchLittleEndian32(R.Audio, 4, std::uint32_t(R.Audio.size() - 8));
-     },
-     415, "audio"},
     {"ThreeChannels", [](auto& R) { R.Audio = MakeWav({.Channels = 3, .Seconds = 0.1}); }, 415, "audio"},
     {"NotPcm", [](auto& R) { R.Audio[20] = 2; }, 415, "audio"},
 };

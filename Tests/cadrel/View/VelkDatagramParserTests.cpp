@@ -26,12 +26,11 @@ struct FDatagramCase
     EVelkDatagramKind Expected;
 };
 
+// Bytes that are no OSC at all (empty, text, cut short, lengths past the end) are the
+// datagram fuzzer's, which checks that a refused datagram yields no message.
 std::vector<FDatagramCase> DatagramCases()
 {
     const FBytes Frame = VelkTest::FrameBundle(7, 3, 0.1, 0.5f);
-    FBytes Truncated(Frame.begin(), Frame.begin() + static_cast<std::ptrdiff_t>(Frame.size() / 2));
-    FBytes BadSize = Frame;
-    BadSize[19] = 0x7f; // the first element's length, now far past the end
     const float ZeroRotation[4] = {0, 0, 0, 0};
     return {
         {"frame bundle", EVelkPortKind::Velk, Frame, EVelkDatagramKind::Accepted},
@@ -74,10 +73,6 @@ std::vector<FDatagramCase> DatagramCases()
          EVelkDatagramKind::Malformed},
         {"audio over 1,200 bytes", EVelkPortKind::Audio, VelkTest::Audio(7, 0, 16000, 1200),
          EVelkDatagramKind::Oversized},
-        {"truncated bundle", EVelkPortKind::Velk, Truncated, EVelkDatagramKind::Malformed},
-        {"element length past the end", EVelkPortKind::Velk, BadSize, EVelkDatagramKind::Malformed},
-        {"empty datagram", EVelkPortKind::Velk, {}, EVelkDatagramKind::Malformed},
-        {"text", EVelkPortKind::Audio, FBytes{'h', 'e', 'l', 'l', 'o'}, EVelkDatagramKind::Malformed},
         {"20 KB of zeros", EVelkPortKind::Velk, FBytes(20000, 0), EVelkDatagramKind::Oversized},
     };
 }
