@@ -44,9 +44,9 @@ float Openness(float LevelDb)
 // A lip shape shows once its viseme leads by more than 30% of the frame: back open
 // vowels (father, lot) sound much like rounded ones, and the network hedges
 // between them.
-float Dominant(float Share)
+float Dominant(float Lead)
 {
-    return std::clamp((Share - 0.3f) / 0.4f, 0.0f, 1.0f);
+    return std::clamp((Lead - 0.3f) / 0.4f, 0.0f, 1.0f);
 }
 
 void SetPair(FWeights& Weights, std::size_t Left, std::size_t Right, float Value)
