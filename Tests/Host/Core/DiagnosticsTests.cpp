@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace
 {
 ORV_DEFINE_LOG_CATEGORY_STATIC(LogDiagnosticsTest, Log, All);
@@ -45,13 +43,4 @@ TEST(Culture, NameComesFromTheLocale)
     {
         EXPECT_EQ(FInternationalization::CultureNameFromLocale(Locale).GetStd(), Culture) << Locale;
     }
-}
-
-TEST(Paths, ProjectDirFollowsTheEnvironment)
-{
-    ::setenv("ORVANE_PROJECT_DIR", "/tmp/some-project", 1);
-    EXPECT_EQ(FPaths::ProjectDir().GetStd(), u"/tmp/some-project/");
-    EXPECT_EQ(FPaths::ProjectConfigDir().GetStd(), u"/tmp/some-project/Config/");
-    ::unsetenv("ORVANE_PROJECT_DIR");
-    EXPECT_TRUE(FPaths::ProjectDir().EndsWith(TEXT("/")));
 }
