@@ -1,7 +1,6 @@
 #include "Dom/JsonObject.h"
 #include "Serialization/JsonReader.h"
 #include "Serialization/JsonSerializer.h"
-#include "Serialization/JsonWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -39,23 +38,5 @@ TEST(JsonObject, StringsHoldingOneJsonNumberReadAsThatNumber)
         EXPECT_FALSE(Value.TryGetNumber(Number)) << FString(Text).ToUTF8();
         EXPECT_EQ(Number, 7.0);
         EXPECT_EQ(Value.AsNumber(), 0.0);
-    }
-}
-
-TEST(JsonObject, WrittenNumbersReadBackAsTheSameDouble)
-{
-    // Whole numbers past 64 bits must not come out as bare digits, which no reader
-    // takes as a double.
-    for (const double Value : {0.1, -0.0, 5e-324, 1e300, -0x1p63, 0x1p64, 7.477080264543605e20, 123456789.0})
-    {
-        FString Text;
-        const auto Writer = TJsonWriterFactory<>::Create(&Text);
-        Writer->WriteObjectStart();
-        Writer->WriteValue(TEXT("n"), Value);
-        Writer->WriteObjectEnd();
-        ASSERT_TRUE(Writer->Close());
-        double Read = 0.0;
-        ASSERT_TRUE(ParseObject(*Text)->TryGetNumberField(TEXT("n"), Read)) << TCHAR_TO_UTF8(*Text);
-        EXPECT_EQ(Read, Value) << TCHAR_TO_UTF8(*Text);
     }
 }
