@@ -6,11 +6,6 @@
 namespace
 {
 ORV_DEFINE_LOG_CATEGORY_STATIC(LogDiagnosticsTest, Log, All);
-
-bool FailOnce(bool bCondition)
-{
-    return ORV_ENSURE(bCondition);
-}
 } // namespace
 
 TEST(Log, LinesReachOutputDevicesAndRespectVerbosity)
@@ -22,16 +17,6 @@ TEST(Log, LinesReachOutputDevicesAndRespectVerbosity)
     EXPECT_EQ(Capture.Lines[0].GetStd(), u"Delay=0.500000");
     EXPECT_EQ(Capture.Categories[0].GetStd(), u"LogDiagnosticsTest");
     EXPECT_EQ(Capture.Verbosities[0], ELogVerbosity::Log);
-}
-
-TEST(Ensure, ReportsOncePerCallSiteAndContinues)
-{
-    FLogCapture Capture;
-    EXPECT_TRUE(FailOnce(true));
-    EXPECT_FALSE(FailOnce(false));
-    EXPECT_FALSE(FailOnce(false));
-    ASSERT_EQ(Capture.Lines.Num(), 1);
-    EXPECT_TRUE(Capture.Lines[0].Contains(TEXT("bCondition")));
 }
 
 // Setting the culture is seen through the request's meta, in the module's record tests.
