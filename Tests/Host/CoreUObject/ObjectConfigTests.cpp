@@ -42,11 +42,3 @@ TEST_F(ObjectConfig, LoadSetsOnlyTheKeysPresentAndKeepsEveryOtherLineOnSave)
                                               "colour=Blue\nUrl=http://127.0.0.1:9011\n"
                                               "Ratio=0.5\nScale=1.0\nbEnabled=True\n");
 }
-
-TEST_F(ObjectConfig, OnlyConfigMembersWithTheRequiredFlagsAreSaved)
-{
-    Settings->SaveConfig(PF_Config | PF_ScriptVisible);
-    EXPECT_FALSE(std::filesystem::exists(File()));
-    Settings->SaveConfig();
-    EXPECT_EQ(FTestProject::Read(File()).find("Transient"), std::string::npos);
-}
