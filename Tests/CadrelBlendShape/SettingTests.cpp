@@ -3,20 +3,7 @@
 #include "HttpModule.h"
 #include "Misc/ConfigCacheIni.h"
 
-#include <limits>
 #include <optional>
-
-// That TimeStamp survives a save and a reload whole, past a double's 53 bits, is the
-// settings command's test (it sets 2^63 - 1 and shows it from the file).
-TEST_F(FCadrelSettingTest, LoadTakesOnlyTheKeysTheFileHolds)
-{
-    WriteSettings("Token=abc\n");
-    Settings().TimeStamp = std::numeric_limits<int64>::min();
-    Settings().LoadZELSettingsConfig();
-    EXPECT_EQ(Settings().Token, TEXT("abc"));
-    EXPECT_EQ(Settings().A2FURL, TEXT("http://127.0.0.1:9011"));
-    EXPECT_EQ(Settings().TimeStamp, std::numeric_limits<int64>::min());
-}
 
 // The engine configuration's [HTTP] flush limits before loading, and what loading leaves.
 struct FLimitCase

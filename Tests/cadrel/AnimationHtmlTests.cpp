@@ -1,22 +1,16 @@
 #include "AnimationHtml.h"
 #include "CadrelJson.h"
 #include "MemorySoundFile.h"
-#include "OutputFiles.h"
-#include "TestProject.h"
 #include "TextCount.h"
 
 #include <gtest/gtest.h>
 
 #include <openssl/evp.h>
 
-#include <filesystem>
-#include <fstream>
 #include <vector>
 
 namespace
 {
-namespace fs = std::filesystem;
-
 // The text of the script element with this id.
 std::string ScriptText(const std::string& Html, const std::string& Id)
 {
@@ -94,26 +88,4 @@ TEST(AnimationHtml, EmbedsTheSoundAsWav)
     ASSERT_EQ(sf_readf_float(Sound.Get(), Read, 2), 2);
     EXPECT_GT(Read[0], 0.99f);
     EXPECT_NEAR(Read[1], 0.5f, 1e-3f);
-}
-
-// The page is written like the other files: whole or not at all.
-TEST(AnimationHtml, WrittenAtomically)
-{
-    const FTestProject Project;
-    const fs::path& Folder = Project.Root;
-    fs::create_directories(Folder / "blocked" / "speech.html");
-    FOutputOptions Options;
-    Options.Formats = "html";
-    std::vector<std::string> Paths;
-    std::string Error;
-
-    Options.Directory = Folder.string();
-    ASSERT_TRUE(WriteAnimationFiles(Options, "speech", Hostile(), {}, 0, Paths, Error)) << Error;
-    EXPECT_EQ(Paths, std::vector<std::string>{(Folder / "speech.html").string()});
-    EXPECT_GT(fs::file_size(Folder / "speech.html"), 1000u);
-
-    Options.Directory = (Folder / "blocked").string();
-    EXPECT_FALSE(WriteAnimationFiles(Options, "speech", Hostile(), {}, 0, Paths, Error));
-    EXPECT_NE(Error.find("speech.html"), std::string::npos) << Error;
-    EXPECT_EQ(std::distance(fs::directory_iterator(Folder / "blocked"), fs::directory_iterator()), 1);
 }

@@ -1,6 +1,5 @@
 #include "AnimationSvg.h"
 #include "PlotColumns.h"
-#include "PlotTicks.h"
 #include "TextCount.h"
 
 #include <gtest/gtest.h>
@@ -85,17 +84,4 @@ TEST(AnimationSvg, ReducedPathKeepsEachColumnsExtremesInOrder)
     Path.Break();
     Path.Add(13.0, 2.0);
     EXPECT_EQ(Path.Finish(), "M10.3 9 10.5 1 11.2 3M13 2");
-}
-
-TEST(AnimationSvg, TimeTicksAreRoundAndFew)
-{
-    const std::pair<double, double> Cases[] = {
-        {3.67, 0.5}, {55.2, 5.0}, {600.0, 60.0}, {0.05, 0.005}, {1e5, 1e4}};
-    for (const auto& [Span, Step] : Cases)
-    {
-        EXPECT_DOUBLE_EQ(TickStep(Span, 12), Step) << Span;
-    }
-    EXPECT_EQ(TickLabel(1.5, 0.5), "1.5");
-    EXPECT_EQ(TickLabel(0.015, 0.005), "0.015");
-    EXPECT_EQ(TickLabel(120, 60), "120");
 }

@@ -2,11 +2,8 @@
 #include "CadrelRun.h"
 #include "HttpTestServers.h"
 #include "LipsyncServer.h"
-#include "Loopback.h"
 
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -47,25 +44,6 @@ protected:
     }
 
     std::string Speech;
-};
-
-// A port with nothing behind it, and one that takes connections but never answers.
-class FSilentPort
-{
-public:
-    explicit FSilentPort(bool bListen) : Socket(BindLoopback(SOCK_STREAM, Port))
-    {
-        if (bListen)
-        {
-            ::listen(Socket, 8);
-        }
-    }
-    ~FSilentPort() { ::close(Socket); }
-    std::string URL() const { return LocalURL(Port).ToUTF8(); }
-
-private:
-    int Port = 0;
-    int Socket = -1;
 };
 
 TEST_F(FProgramTest, LipsyncWritesEachFormatFromEitherServerKindAndNothingElse)
@@ -124,15 +102,19 @@ TEST_F(FProgramTest, ServerProblemsCostOneLineAndWriteNothing)
     NotJson->Post("/dh/api/v2/zel", [](const httplib::Request&, httplib::Response& Response)
                   { Response.set_content("<html>busy</html>", "text/html"); });
     NotJson.Start();
-    const FSilentPort Down(false);
-    const FSilentPort Mute(true);
+    FGate Answer;
+    FTestServer Mute;
+    Mute->Post("/dh/api/v2/zel", [&Answer](const httplib::Request&, httplib::Response&) { Answer.Wait(); });
+    Mute.Start();
+    // Nothing listens on port 1 here.
+    const std::string Down = "http://127.0.0.1:1";
 
     const std::pair<std::string, std::string> Cases[] = {
-        {"--url " + Down.URL(), "no answer from " + Down.URL()},
+        {"--url " + Down, "no answer from " + Down},
         {"--url ftp://127.0.0.1/", "--url ftp://127.0.0.1/"},
         {"--url " + Guarded.BaseUrl(), "answered 401"},
         {"--url " + NotJson.URL("").ToUTF8(), "which is not a lipsync answer"},
-        {"--url " + Mute.URL() + " --timeout 0.5", "within 0.5 s"},
+        {"--url " + Mute.URL("").ToUTF8() + " --timeout 0.5", "within 0.5 s"},
     };
     for (const auto& [Arguments, Expected] : Cases)
     {
@@ -146,17 +128,11 @@ TEST_F(FProgramTest, ServerProblemsCostOneLineAndWriteNothing)
     const FCadrelRun Taken = Cadrel("serve --port " + std::to_string(Guarded.Port()));
     EXPECT_TRUE(Taken.IsOneLineFailure()) << Taken.Error;
     EXPECT_NE(Taken.Error.find("in use"), std::string::npos) << Taken.Error;
+    Answer.Open();
 }
 
-TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
+TEST_F(FProgramTest, ConvertReadsAnExportAndPagesCarrySoundOnlyWhenNamed)
 {
-    const FCadrelRun Streamed = Cadrel("stream speech.wav --chunk-ms 1000");
-    ASSERT_EQ(Streamed.ExitCode, 0) << Streamed.Error;
-    // Five seconds and a little more in one-second chunks, each with its line, then the summary.
-    EXPECT_EQ(std::count(Streamed.Out.begin(), Streamed.Out.end(), '\n'), 7) << Streamed.Out;
-    EXPECT_NE(Streamed.Out.find("6 chunks"), std::string::npos) << Streamed.Out;
-    EXPECT_EQ(LeftBehind(), std::set<std::string>{});
-
     FTestProject::Write(
         Project.Root / "take.json",
         R"({"exportFps":30,"facsNames":["jawOpen","mouthClose"],"weightMat":[[0.5,0],[0.25,1]]})");
@@ -185,15 +161,19 @@ TEST_F(FProgramTest, StreamShowsEveryChunkAndConvertReadsAnExport)
 }
 
 // Which formats are converted, and how, is the WAV reader's test; here one goes through both commands.
-TEST_F(FProgramTest, SoundOfOtherFormatsIsAnimatedLikeTheWavItCameFrom)
+TEST_F(FProgramTest, SoundOfOtherFormatsIsAnimatedAndStreamedLikeTheWavItCameFrom)
 {
     const std::string Flac = "sox '" + (Project.Root / "speech.wav").string() + "' '" +
                              (Project.Root / "take.flac").string() + "'";
     ASSERT_EQ(std::system(Flac.c_str()), 0) << Flac;
+    const FCadrelRun Streamed = Cadrel("stream take.flac --chunk-ms 1000");
+    ASSERT_EQ(Streamed.ExitCode, 0) << Streamed.Error;
+    // Five seconds and a little more in one-second chunks, each with its line, then the summary.
+    EXPECT_EQ(std::count(Streamed.Out.begin(), Streamed.Out.end(), '\n'), 7) << Streamed.Out;
+    EXPECT_NE(Streamed.Out.find("6 chunks"), std::string::npos) << Streamed.Out;
+    EXPECT_EQ(LeftBehind({"speech.wav", "take.flac"}), std::set<std::string>{});
+
     const FCadrelRun Run = Cadrel("lipsync take.flac --out out --format json");
     ASSERT_EQ(Run.ExitCode, 0) << Run.Error;
     EXPECT_NEAR(ReadBack(Project.Root / "out/take.json").Frames.Num(), 310, 2);
-    const FCadrelRun Streamed = Cadrel("stream take.flac --chunk-ms 1000");
-    ASSERT_EQ(Streamed.ExitCode, 0) << Streamed.Error;
-    EXPECT_NE(Streamed.Out.find("6 chunks"), std::string::npos) << Streamed.Out;
 }

@@ -3,16 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace
 {
 ORV_DEFINE_LOG_CATEGORY_STATIC(LogDiagnosticsTest, Log, All);
-
-bool FailOnce(bool bCondition)
-{
-    return ORV_ENSURE(bCondition);
-}
 } // namespace
 
 TEST(Log, LinesReachOutputDevicesAndRespectVerbosity)
@@ -26,16 +19,6 @@ TEST(Log, LinesReachOutputDevicesAndRespectVerbosity)
     EXPECT_EQ(Capture.Verbosities[0], ELogVerbosity::Log);
 }
 
-TEST(Ensure, ReportsOncePerCallSiteAndContinues)
-{
-    FLogCapture Capture;
-    EXPECT_TRUE(FailOnce(true));
-    EXPECT_FALSE(FailOnce(false));
-    EXPECT_FALSE(FailOnce(false));
-    ASSERT_EQ(Capture.Lines.Num(), 1);
-    EXPECT_TRUE(Capture.Lines[0].Contains(TEXT("bCondition")));
-}
-
 // Setting the culture is seen through the request's meta, in the module's record tests.
 TEST(Culture, NameComesFromTheLocale)
 {
@@ -45,13 +28,4 @@ TEST(Culture, NameComesFromTheLocale)
     {
         EXPECT_EQ(FInternationalization::CultureNameFromLocale(Locale).GetStd(), Culture) << Locale;
     }
-}
-
-TEST(Paths, ProjectDirFollowsTheEnvironment)
-{
-    ::setenv("ORVANE_PROJECT_DIR", "/tmp/some-project", 1);
-    EXPECT_EQ(FPaths::ProjectDir().GetStd(), u"/tmp/some-project/");
-    EXPECT_EQ(FPaths::ProjectConfigDir().GetStd(), u"/tmp/some-project/Config/");
-    ::unsetenv("ORVANE_PROJECT_DIR");
-    EXPECT_TRUE(FPaths::ProjectDir().EndsWith(TEXT("/")));
 }

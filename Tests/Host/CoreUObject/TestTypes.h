@@ -31,24 +31,6 @@ struct FTestInner
 };
 template <> UScriptStruct* StaticStruct<FTestInner>();
 
-struct FTestRecord
-{
-    FString Name;
-    int32 Count = 0;
-    FTestInner Inner;
-    ETestColour Colour = ETestColour::Red;
-    FGuid Id;
-    FVector Position;
-    TArray<double> Weights;
-    TArray<FString> Labels;
-    TArray<uint8> Bytes;
-    TArray<FTestInner> Inners;
-    bool bHidden = false;
-
-    static UScriptStruct* StaticStruct();
-};
-template <> UScriptStruct* StaticStruct<FTestRecord>();
-
 class UTestSettings : public UObject
 {
     ORV_DECLARE_CLASS(UTestSettings, UObject)

@@ -8,7 +8,6 @@ constexpr const TCHAR* Package = TEXT("/Script/OrvaneTests");
 constexpr const TCHAR* Category = TEXT("Test");
 constexpr EPropertyFlags ReadWrite = PF_Edit | PF_ScriptVisible;
 constexpr FMetaDataPair HeaderMeta[] = {{TEXT("ModuleRelativePath"), TEXT("TestTypes.h")}};
-constexpr FMetaDataPair ToolTipMeta[] = {{TEXT("ToolTip"), TEXT("")}};
 
 constexpr FEnumeratorParams ColourEnumerators[] = {
     ORV_ENUMERATOR(ETestColour, Red),
@@ -23,22 +22,6 @@ constexpr FEnumParams QueuedParams{TEXT("ETestQueued"), Package, QueuedEnumerato
 
 constexpr FPropertyParams InnerProperties[] = {ORV_PROPERTY(FTestInner, Weight, ReadWrite, Category)};
 constexpr FStructParams InnerParams{TEXT("TestInner"), Package, InnerProperties, TF_ScriptType};
-
-constexpr FPropertyParams RecordProperties[] = {
-    ORV_PROPERTY(FTestRecord, Name, ReadWrite | PF_ScriptReadOnly, Category, ToolTipMeta),
-    ORV_PROPERTY(FTestRecord, Count, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Inner, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Colour, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Id, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Position, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Weights, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Labels, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Bytes, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, Inners, ReadWrite, Category),
-    ORV_PROPERTY(FTestRecord, bHidden, PF_Edit, Category),
-};
-constexpr FStructParams RecordParams{TEXT("TestRecord"), Package, RecordProperties, TF_ScriptType,
-                                     HeaderMeta};
 
 constexpr EPropertyFlags ConfigFlags = PF_Edit | PF_Config;
 constexpr FPropertyParams SettingsProperties[] = {
@@ -60,7 +43,7 @@ constexpr FClassParams SettingsParams{TEXT("TestSettings"),
                                       HeaderMeta};
 
 constexpr const FClassParams* Classes[] = {&SettingsParams};
-constexpr const FStructParams* Structs[] = {&InnerParams, &RecordParams};
+constexpr const FStructParams* Structs[] = {&InnerParams};
 constexpr const FEnumParams* Enums[] = {&ColourParams, &QueuedParams};
 const FCompiledInRegistration Registration(Classes, Structs, Enums);
 } // namespace
@@ -68,5 +51,4 @@ const FCompiledInRegistration Registration(Classes, Structs, Enums);
 ORV_IMPLEMENT_ENUM(ETestColour, ColourParams)
 ORV_IMPLEMENT_ENUM(ETestQueued, QueuedParams)
 ORV_IMPLEMENT_STRUCT(FTestInner, InnerParams)
-ORV_IMPLEMENT_STRUCT(FTestRecord, RecordParams)
 ORV_IMPLEMENT_CLASS(UTestSettings, SettingsParams)

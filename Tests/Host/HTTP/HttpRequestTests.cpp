@@ -56,78 +56,6 @@ TEST(HttpRequest, LineBreaksInHeadersOrVerbAreRefusedAndNothingIsSent)
     EXPECT_TRUE(Server.Received()[0].starts_with("GET /fine HTTP/1.1\r\n"));
 }
 
-TEST(HttpRequest, VerbsSendTheirBodiesAsHttpSays)
-{
-    FRawServer Server(NoContent);
-    const TArray<uint8> Body = {'a', 'b', 'c'};
-    struct FCase
-    {
-        const TCHAR* Verb;
-        bool bBody;
-        const char* Start;
-        const char* Length;
-    };
-    const FCase Cases[] = {
-        {TEXT("GET"), false, "GET /v HTTP/1.1\r\n", nullptr},
-        {TEXT("GET"), true, "GET /v HTTP/1.1\r\n", "Content-Length: 3"},
-        {TEXT("POST"), false, "POST /v HTTP/1.1\r\n", "Content-Length: 0"},
-        {TEXT("PUT"), true, "PUT /v HTTP/1.1\r\n", "Content-Length: 3"},
-        {TEXT("DELETE"), false, "DELETE /v HTTP/1.1\r\n", nullptr},
-    };
-    for (const FCase& Case : Cases)
-    {
-        TSharedRef<IHttpRequest> Request = MakeRequest(Server.URL("/v"), Case.Verb);
-        if (Case.bBody)
-        {
-            Request->SetContent(Body);
-        }
-        ASSERT_TRUE(RunRequest(Request).bSucceeded);
-        const std::string Wire = Server.Received().back();
-        EXPECT_TRUE(Wire.starts_with(Case.Start)) << Wire;
-        EXPECT_EQ(Wire.find("Content-Length") != std::string::npos, Case.Length != nullptr) << Wire;
-        EXPECT_TRUE(!Case.Length || Wire.find(Case.Length) != std::string::npos) << Wire;
-        EXPECT_EQ(Wire.ends_with("\r\n\r\nabc"), Case.bBody) << Wire;
-    }
-}
-
-TEST(HttpResponse, ErrorStatusEmptyAndLargeAnswersCompleteWithTheirResponse)
-{
-    const std::string Large(100 << 20, 'x');
-    FTestServer Server;
-    Server->Get("/error",
-                [](const httplib::Request&, httplib::Response& Response)
-                {
-                    Response.status = 500;
-                    Response.set_header("X-Reason", "  out of cheese \t");
-                    Response.set_content("broken", "text/plain");
-                });
-    Server->Get("/empty",
-                [](const httplib::Request&, httplib::Response& Response) { Response.status = 200; });
-    Server->Get("/large", [&Large](const httplib::Request&, httplib::Response& Response)
-                { Response.set_content(Large, "application/octet-stream"); });
-    Server.Start();
-
-    const FCompletion Error = RunRequest(MakeRequest(Server.URL("/error")));
-    ASSERT_TRUE(Error.bSucceeded && Error.Response);
-    EXPECT_EQ(Error.Response->GetResponseCode(), 500);
-    EXPECT_EQ(Error.Response->GetContentAsString().ToUTF8(), "broken");
-    EXPECT_EQ(Error.Response->GetHeader(TEXT("x-reason")).ToUTF8(), "out of cheese");
-
-    const FCompletion Empty = RunRequest(MakeRequest(Server.URL("/empty")));
-    ASSERT_TRUE(Empty.bSucceeded && Empty.Response);
-    EXPECT_EQ(Empty.Response->GetResponseCode(), 200);
-    EXPECT_EQ(Empty.Response->GetContent().Num(), 0);
-
-    TSharedRef<IHttpRequest> LargeRequest = MakeRequest(Server.URL("/large"));
-    int32 LastReceived = 0;
-    LargeRequest->OnRequestProgress().BindLambda([&LastReceived](FHttpRequestPtr, int32, int32 Received)
-                                                 { LastReceived = Received; });
-    const FCompletion LargeAnswer = RunRequest(LargeRequest, 60.0);
-    ASSERT_TRUE(LargeAnswer.bSucceeded && LargeAnswer.Response);
-    EXPECT_EQ(LargeAnswer.Response->GetContent().Num(), static_cast<int32>(Large.size()));
-    EXPECT_EQ(LastReceived, static_cast<int32>(Large.size()));
-}
-
 TEST(HttpRequest, RequestsThatGetNoAnswerFailWithoutResponse)
 {
     FRawServer CutOff("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly a part");
@@ -174,19 +102,4 @@ TEST(HttpRequest, RequestsThatGetNoAnswerFailWithoutResponse)
     FHttpModule::Get().SetHttpTimeout(ModuleTimeout);
     EXPECT_FALSE(AwaitCompletion(ModuleTimedOut).bSucceeded);
     Gate.Open();
-}
-
-TEST(HttpModule, ProgramsSeeEveryRequestAsItIsCreated)
-{
-    TArray<TSharedPtr<IHttpRequest>> Seen;
-    FHttpModule::Get().OnRequestCreated().BindLambda([&Seen](const TSharedRef<IHttpRequest>& Request)
-                                                     { Seen.Add(Request.ToSharedPtr()); });
-    const TSharedRef<IHttpRequest> First = FHttpModule::Get().CreateRequest();
-    const TSharedRef<IHttpRequest> Second = FHttpModule::Get().CreateRequest();
-    FHttpModule::Get().OnRequestCreated().Unbind();
-    FHttpModule::Get().CreateRequest();
-
-    ASSERT_EQ(Seen.Num(), 2);
-    EXPECT_EQ(Seen[0].Get(), &First.Get());
-    EXPECT_EQ(Seen[1].Get(), &Second.Get());
 }

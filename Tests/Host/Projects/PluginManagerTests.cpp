@@ -21,19 +21,6 @@ FPluginDescriptor Sample()
 }
 } // namespace
 
-TEST(PluginManager, FindsTheDescriptorBesideTheLibraryByNameInAnyCase)
-{
-    const TSharedPtr<IPlugin> Plugin = IPluginManager::Get().FindPlugin(TEXT("cADREL"));
-    ASSERT_TRUE(Plugin.IsValid());
-    EXPECT_TRUE(SameText(Plugin->GetName(), TEXT("Cadrel")));
-    // The version requests carry; the descriptor's other keys are PluginDescriptor's test.
-    EXPECT_TRUE(SameText(Plugin->GetDescriptor().VersionName, TEXT("1.5.7")));
-    EXPECT_TRUE(FPaths::FileExists(Plugin->GetBaseDir() + TEXT("/Cadrel.uplugin")));
-    EXPECT_EQ(IPluginManager::Get().FindPlugin(TEXT("Cadrel")), Plugin);
-    EXPECT_FALSE(IPluginManager::Get().FindPlugin(TEXT("NoSuchPlugin")).IsValid());
-    EXPECT_FALSE(IPluginManager::Get().FindPlugin(TEXT("")).IsValid());
-}
-
 TEST(PluginDescriptor, ReadsKnownKeysInAnyCaseAndRejectsWrongTypes)
 {
     FPluginDescriptor Descriptor = Sample();

@@ -91,24 +91,8 @@ FAnimationOptions Moving(EEmotion Emotion = EEmotion::Calm)
     return Options;
 }
 
-TEST(FaceEngine, NamesAndEmotions)
-{
-    EXPECT_EQ(BlendShapeNames()[0], "eyeBlinkLeft");
-    EXPECT_EQ(BlendShapeNames()[Shape("jawOpen")], "jawOpen");
-    EXPECT_EQ(BlendShapeNames()[NumBlendShapes - 1], "tongueOut");
-    EXPECT_NE(BoneNames()[0].find("eye"), std::string_view::npos);
-    EXPECT_NE(BoneNames()[1].find("eye"), std::string_view::npos);
-    EEmotion Emotion = EEmotion::Calm;
-    EXPECT_TRUE(ParseEmotion("HAPPY", Emotion));
-    EXPECT_EQ(Emotion, EEmotion::Happy);
-    EXPECT_TRUE(ParseEmotion("wrath", Emotion));
-    EXPECT_EQ(Emotion, EEmotion::Wrath);
-    EXPECT_FALSE(ParseEmotion("happ", Emotion));
-    EXPECT_FALSE(ParseEmotion("", Emotion));
-}
-
 // Chunks continue exactly where the previous one stopped: the frames are equal
-// bit for bit, not merely close, at every common rate.
+// bit for bit, not merely close, and as many as the audio lasts, at every common rate.
 TEST(FaceEngine, ChunkedEqualsWholeAndIsDeterministic)
 {
     for (int Rate : {8000, 11025, 12000, 16000, 22050, 44100, 48000})
@@ -119,25 +103,9 @@ TEST(FaceEngine, ChunkedEqualsWholeAndIsDeterministic)
         FFaceEngine Again(Moving());
         FFaceEngine Chunked(Moving());
         const auto Frames = Whole.Animate(Audio, Rate);
+        EXPECT_EQ(Frames.size(), Audio.size() * 60 / std::size_t(Rate));
         ExpectSameFrames(Frames, Again.Animate(Audio, Rate));
         ExpectSameFrames(Frames, AnimateInChunks(Chunked, Audio, Rate));
-    }
-}
-
-TEST(FaceEngine, FrameCountIsDurationTimesFps)
-{
-    for (int Rate : {8000, 22050, 44100, 48000})
-    {
-        for (int Fps : {24, 30, 60})
-        {
-            FAnimationOptions Options;
-            Options.Fps = Fps;
-            FFaceEngine Engine(Options);
-            const std::vector<float> Audio(static_cast<std::size_t>(Rate) * 2 + 12345, 0.01f);
-            const std::size_t Expected = Audio.size() * Fps / Rate;
-            EXPECT_EQ(AnimateInChunks(Engine, Audio, Rate).size(), Expected)
-                << Rate << " Hz, " << Fps << " fps";
-        }
     }
 }
 
@@ -187,16 +155,11 @@ TEST(FaceEngine, EmotionShapesTheMouthCorners)
     EXPECT_GT(Smile(HappyFrames), Smile(SorrowFrames) + 0.3f);
 }
 
-TEST(FaceEngine, BonesStillWhenOffAndMovingWhenOn)
+// That bones stay still when off is the server's cloud answer test.
+TEST(FaceEngine, EyesAndNeckMoveEveryFewSecondsWhenOn)
 {
-    const auto Audio = Syllables(16000, 9.0);
-    FFaceEngine Still(FAnimationOptions{});
-    for (const FFaceFrame& Frame : Still.Animate(Audio, 16000))
-    {
-        ASSERT_EQ(Frame.Bones, (std::array<std::array<float, 3>, NumBones>{}));
-    }
     FFaceEngine Alive(Moving());
-    const auto Frames = Alive.Animate(Audio, 16000);
+    const auto Frames = Alive.Animate(Syllables(16000, 9.0), 16000);
     const int Fps = FAnimationOptions{}.Fps;
     for (std::size_t Start = 0; Start + 3 * Fps <= Frames.size(); Start += Fps / 2)
     {

@@ -16,12 +16,9 @@ public:
 
     // Empty when the process ended or printed nothing within a few seconds.
     const std::string& BaseUrl() const { return Url; }
-    pid_t Pid() const { return Child; }
 
     // Sends SIGTERM and waits; the exit status as waitpid reports it.
     int Stop();
-    // Resident memory in kilobytes (VmRSS), or -1.
-    long ResidentKilobytes() const;
 
 private:
     pid_t Child = -1;

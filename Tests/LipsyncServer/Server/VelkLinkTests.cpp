@@ -6,39 +6,21 @@
 #include "WavReader.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <set>
-
-#include <unistd.h>
 
 namespace
 {
 constexpr int StreamId = 7;
 constexpr double ChunkSeconds = 0.4;
 
-// Real speech from espeak-ng at its own 22,050 Hz, so that the link resamples it.
+// The demo's real speech at its own 22,050 Hz, so that the link resamples it.
 const FAudio& Speech()
 {
     static const FAudio Spoken = []
     {
-        // ctest runs each test as its own process, side by side: one shared file name
-        // let one process read the file while another was rewriting it.
-        const std::string Path =
-            testing::TempDir() + "velk-link-speech-" + std::to_string(::getpid()) + ".wav";
-        const std::string Command =
-            "espeak-ng -w '" + Path + "' 'Five boxing wizards jump quickly over the lazy dog.'";
-        FAudio Audio;
-        if (std::system(Command.c_str()) == 0)
-        {
-            auto Read = ReadWav(FTestProject::Read(Path));
-            if (auto* Decoded = std::get_if<FAudio>(&Read))
-            {
-                Audio = std::move(*Decoded);
-            }
-        }
-        std::remove(Path.c_str());
-        return Audio;
+        auto Read = ReadWav(FTestProject::Read(CADREL_DEMO_SPEECH));
+        auto* Decoded = std::get_if<FAudio>(&Read);
+        return Decoded ? std::move(*Decoded) : FAudio{};
     }();
     return Spoken;
 }
@@ -171,7 +153,7 @@ FLipsyncServerOptions LinkedTo(const FVelkReceiver& Receiver)
 class FVelkLinkTest : public FServerFixture
 {
 protected:
-    void SetUp() override { ASSERT_FALSE(Speech().Samples.empty()) << "espeak-ng did not speak"; }
+    void SetUp() override { ASSERT_FALSE(Speech().Samples.empty()) << "the demo speech did not read"; }
 };
 
 TEST_F(FVelkLinkTest, EveryFrameArrivesAsAVmcBundleAndTheAudioAddsUpOnTheStreamClock)

@@ -85,6 +85,22 @@ int EndBundle(void*)
 {
     return 0;
 }
+
+// Hands one datagram to liblo, which reads a message or a bundle of them.
+FBundleReading Dispatch(const std::string& Datagram)
+{
+    FBundleReading Reading;
+    lo_server Server = lo_server_new_with_proto(nullptr, LO_UDP, nullptr);
+    lo_server_add_method(Server, nullptr, nullptr, KeepMessage, &Reading);
+    lo_server_add_bundle_handlers(Server, CountBundle, EndBundle, &Reading);
+    std::string Copy = Datagram;
+    if (lo_server_dispatch_data(Server, Copy.data(), Copy.size()) <= 0)
+    {
+        Reading.Messages.clear();
+    }
+    lo_server_free(Server);
+    return Reading;
+}
 } // namespace
 
 FVelkReceiver::FVelkReceiver()
@@ -164,27 +180,12 @@ std::vector<std::string> FVelkReceiver::AudioDatagrams() const
 
 std::vector<FOscMessage> ReadOscBundle(const std::string& Datagram)
 {
-    FBundleReading Reading;
-    lo_server Server = lo_server_new_with_proto(nullptr, LO_UDP, nullptr);
-    lo_server_add_method(Server, nullptr, nullptr, KeepMessage, &Reading);
-    lo_server_add_bundle_handlers(Server, CountBundle, EndBundle, &Reading);
-    std::string Copy = Datagram;
-    const int Dispatched = lo_server_dispatch_data(Server, Copy.data(), Copy.size());
-    lo_server_free(Server);
-    return Dispatched > 0 && Reading.Bundles == 1 ? Reading.Messages : std::vector<FOscMessage>{};
+    FBundleReading Reading = Dispatch(Datagram);
+    return Reading.Bundles == 1 ? Reading.Messages : std::vector<FOscMessage>{};
 }
 
 FOscMessage ReadOscMessage(const std::string& Datagram)
 {
-    std::string Copy = Datagram;
-    int Result = 0;
-    lo_message Message = lo_message_deserialise(Copy.data(), Copy.size(), &Result);
-    if (Message == nullptr)
-    {
-        return {};
-    }
-    FOscMessage Out{lo_get_path(Copy.data(), ssize_t(Copy.size())), lo_message_get_types(Message), {}, {}};
-    Append(lo_message_get_argv(Message), lo_message_get_types(Message), lo_message_get_argc(Message), Out);
-    lo_message_free(Message);
-    return Out;
+    FBundleReading Reading = Dispatch(Datagram);
+    return Reading.Bundles == 0 && Reading.Messages.size() == 1 ? Reading.Messages[0] : FOscMessage{};
 }
