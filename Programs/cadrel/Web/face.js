@@ -140,21 +140,6 @@
         }
     }
 
-    // A rotation quaternion as Unity's Euler angles, which it applies Z, then X, then Y.
-    function quaternionToPose(X, Y, Z, W) {
-        const Length = Math.hypot(X, Y, Z, W);
-        if (!Number.isFinite(Length) || Length < 1e-9) {
-            return { pitch: 0, yaw: 0, roll: 0 };
-        }
-        const [x, y, z, w] = [X / Length, Y / Length, Z / Length, W / Length];
-        const Degrees = 180 / Math.PI;
-        return {
-            pitch: Math.asin(clamp(2 * (w * x - y * z), -1, 1)) * Degrees,
-            yaw: Math.atan2(2 * (x * z + w * y), 1 - 2 * (x * x + y * y)) * Degrees,
-            roll: Math.atan2(2 * (x * y + w * z), 1 - 2 * (x * x + z * z)) * Degrees,
-        };
-    }
-
     function drawEye(Defs, Parent, Id, X, Y) {
         const Clip = element(Defs, "clipPath", { id: Id });
         const Shape = element(Clip, "path", {});
@@ -327,5 +312,5 @@
         return { svg: Svg, apply: apply, drawnMouthOpening: drawnMouthOpening };
     }
 
-    window.CadrelFace = { create: create, mouthOpening: mouthOpening, quaternionToPose: quaternionToPose };
+    window.CadrelFace = { create: create, mouthOpening: mouthOpening };
 })();
