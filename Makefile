@@ -27,7 +27,10 @@ demo: deps
 	@echo "The animation is in $(DEMO_OUT)/: speech.json (the lipsync answer), speech.csv (one row per frame), speech.svg (the curves)."
 	@echo "Open $(DEMO_OUT)/speech.html in a browser and press Play: the face speaks with the sound."
 
+# The benchmarks are built too, though not run, so that a change cannot break them unseen.
 test: build
+	@cmake -S . -B $(BUILD) -DCADREL_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS)
 	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure
 
 # Every test twice: a plain build, then clang with AddressSanitizer and

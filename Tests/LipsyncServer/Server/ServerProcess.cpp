@@ -1,6 +1,7 @@
 #include "ServerProcess.h"
 
 #include <csignal>
+#include <fstream>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -72,4 +73,20 @@ int FServerProcess::Stop()
     waitpid(Child, &Status, 0);
     Child = -1;
     return Status;
+}
+
+long FServerProcess::ResidentKilobytes() const
+{
+    std::ifstream Status("/proc/" + std::to_string(Child) + "/status");
+    std::string Key;
+    while (Status >> Key)
+    {
+        if (Key == "VmRSS:")
+        {
+            long Kilobytes = -1;
+            Status >> Kilobytes;
+            return Kilobytes;
+        }
+    }
+    return -1;
 }

@@ -19,6 +19,8 @@ public:
 
     // Sends SIGTERM and waits; the exit status as waitpid reports it.
     int Stop();
+    // Resident memory in kilobytes (VmRSS), or -1; the load benchmark watches it.
+    long ResidentKilobytes() const;
 
 private:
     pid_t Child = -1;
