@@ -17,6 +17,7 @@
 #include "Audio2FaceExport.h"
 #include "CadrelJson.h"
 #include "FaceEngine.h"
+#include "RegularFile.h"
 #include "WavFile.h"
 
 #include <benchmark/benchmark.h>
@@ -186,13 +187,12 @@ const FCadrelZELResponse& TenMinuteAnimation()
 {
     static const FCadrelZELResponse Animation = []
     {
-        std::ifstream File(Folder().Root / "take.json", std::ios::binary);
-        const std::string Text((std::istreambuf_iterator<char>(File)), std::istreambuf_iterator<char>());
-        const TArray<uint8> Bytes(reinterpret_cast<const uint8*>(Text.data()),
-                                  static_cast<int32>(Text.size()));
+        TArray<uint8> Bytes;
+        std::string Error;
         FCadrelAudio2FaceBlendShapeInfo Export;
         FCadrelZELResponse Made;
-        if (ReadAudio2FaceExport(Bytes, Export))
+        if (ReadRegularFile((Folder().Root / "take.json").string(), int64(1) << 30, Bytes, Error) &&
+            ReadAudio2FaceExport(Bytes, Export))
         {
             CadrelJson::Audio2FaceBlendShapeToZELResponse(std::move(Export), Made, 1.0);
         }
