@@ -86,20 +86,41 @@ int EndBundle(void*)
     return 0;
 }
 
+// A liblo server whose socket is never read: datagrams are handed to it to parse.
+// One per thread, as opening a socket for every datagram read would.
+struct FOscParser
+{
+    FOscParser()
+    {
+        if (Server)
+        {
+            lo_server_add_method(Server, nullptr, nullptr, KeepMessage, &Reading);
+            lo_server_add_bundle_handlers(Server, CountBundle, EndBundle, &Reading);
+        }
+    }
+    ~FOscParser()
+    {
+        if (Server)
+        {
+            lo_server_free(Server);
+        }
+    }
+
+    lo_server Server = lo_server_new_with_proto(nullptr, LO_UDP, nullptr);
+    FBundleReading Reading;
+};
+
 // Hands one datagram to liblo, which reads a message or a bundle of them.
 FBundleReading Dispatch(const std::string& Datagram)
 {
-    FBundleReading Reading;
-    lo_server Server = lo_server_new_with_proto(nullptr, LO_UDP, nullptr);
-    lo_server_add_method(Server, nullptr, nullptr, KeepMessage, &Reading);
-    lo_server_add_bundle_handlers(Server, CountBundle, EndBundle, &Reading);
+    thread_local FOscParser Parser;
+    Parser.Reading = {};
     std::string Copy = Datagram;
-    if (lo_server_dispatch_data(Server, Copy.data(), Copy.size()) <= 0)
+    if (!Parser.Server || lo_server_dispatch_data(Parser.Server, Copy.data(), Copy.size()) <= 0)
     {
-        Reading.Messages.clear();
+        return {};
     }
-    lo_server_free(Server);
-    return Reading;
+    return std::move(Parser.Reading);
 }
 } // namespace
 
