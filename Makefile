@@ -13,8 +13,10 @@ all: build
 deps:
 	@scripts/install-deps
 
+BUILD_BENCHMARKS ?= OFF
+
 build: deps
-	@cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCADREL_BUILD_BENCHMARKS=OFF >/dev/null
+	@cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCADREL_BUILD_BENCHMARKS=$(BUILD_BENCHMARKS) >/dev/null
 	@cmake --build $(BUILD) -j $(JOBS)
 
 DEMO_OUT   ?= demo-output
@@ -28,9 +30,8 @@ demo: deps
 	@echo "Open $(DEMO_OUT)/speech.html in a browser and press Play: the face speaks with the sound."
 
 # The benchmarks are built too, though not run, so that a change cannot break them unseen.
+test: BUILD_BENCHMARKS = ON
 test: build
-	@cmake -S . -B $(BUILD) -DCADREL_BUILD_BENCHMARKS=ON >/dev/null
-	@cmake --build $(BUILD) -j $(JOBS)
 	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure
 
 # Every test twice: a plain build, then clang with AddressSanitizer and
