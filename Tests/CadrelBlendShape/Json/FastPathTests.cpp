@@ -3,6 +3,7 @@
 #include "RecordText.h"
 
 #include <cstdlib>
+#include <vector>
 
 // The fast readers must leave exactly the records of the general path, on texts
 // chosen where an on-demand walk could part from the host's parser and accessors.
@@ -38,14 +39,14 @@ template <typename InputType> void ExpectSameRecords(const InputType& Input, con
 }
 
 // Bytes with room behind them are parsed where they lie, so what that room holds
-// must change nothing: it is filled with what would continue a string, a number or
-// a container.
-TArray<uint8> BytesWithRoom(const std::string& Json)
+// must change nothing: it is filled with what would continue a string, a number,
+// a container, or a list of numbers up to the end of the allocation.
+TArray<uint8> BytesWithRoom(const std::string& Json, const std::string& Pattern)
 {
     std::string Room;
     while (Room.size() < 128)
     {
-        Room += "\"1e[{\\";
+        Room += Pattern;
     }
     TArray<uint8> Padded = Bytes(Json + Room);
     Padded.SetNum(static_cast<int32>(Json.size()));
@@ -55,7 +56,8 @@ TArray<uint8> BytesWithRoom(const std::string& Json)
 void ExpectSameRecords(const std::string& Json)
 {
     ExpectSameRecords(Bytes(Json), Json.substr(0, 80));
-    ExpectSameRecords(BytesWithRoom(Json), Json.substr(0, 80));
+    ExpectSameRecords(BytesWithRoom(Json, "\"1e[{\\"), Json.substr(0, 80));
+    ExpectSameRecords(BytesWithRoom(Json, "0.5,"), Json.substr(0, 80));
     ExpectSameRecords(FString::FromUTF8(Json), Json.substr(0, 80));
 }
 
@@ -88,6 +90,72 @@ TEST(FastPath, NumbersConvertAsTheHostTreeConvertsThem)
     EXPECT_EQ(Response.Frames[0].Blendshapes,
               (TArray<double>{1.1111111111111112, 1.1111111111111112, -1.234567890123456789e-29}));
     EXPECT_EQ(Response.BlendShapesNames[0].GetStd(), u"2.2222222222222223");
+}
+
+// Arrays of short plain numbers are read straight from the text; whatever falls
+// outside that shape, by a digit, a byte or the end of the text, must read the
+// same through the general path.
+TEST(FastPath, PlainNumberArraysReadAsTheHostTreeReadsThem)
+{
+    // Lists read straight from the text: fifteen digits in every split, values that
+    // a multiplication by the reciprocal would round wrong, layouts changing from
+    // one number to the next, and whitespace.
+    std::vector<std::string> Rows = {
+        "0.12345678901234,12345678.1234567,1234567.12345678,1.00000000000000,0.00000000000001",
+        "0.1,0.2,0.3,0.7,2.675,1.0000000000001,99999999,0.99999999999999,12345678",
+        "0.5,12.25,-3.125,0.000001,1234567.5,7,-0,-0.0,0,0.0,-7,10,100,0.123456",
+        " 0.5 ,\n1.25\t,\r-2.5 ",
+        "1",
+    };
+    // Numbers and shapes the direct reading leaves to the general path, which must
+    // then read the whole list afresh, wherever in it they stand.
+    const char* const Others[] = {
+        "0.1234567890123456",
+        "0.12345678901234567",
+        "123456789",
+        "123456789012345",
+        "12345678.12345678",
+        "12345678.1234567890123456",
+        "1.5e3",
+        "1e3",
+        "2E-2",
+        "01",
+        "-01",
+        "00",
+        "1.",
+        "-",
+        "-.5",
+        ".5",
+        "+1",
+        "0x1",
+        "1 2",
+        "1,,2",
+        "1.2.3",
+        "-0-",
+        "1-2",
+        "\"0.5\"",
+        "true",
+        "null",
+        "[1]",
+        "{}",
+        "",
+        "0.5]",
+    };
+    for (const char* Other : Others)
+    {
+        Rows.push_back(std::string("0.25,0.5,") + Other);
+        Rows.push_back(Other + std::string(",0.25,0.5"));
+    }
+    for (const std::string& Row : Rows)
+    {
+        // The same list once as the only thing in the text, once followed by more.
+        const std::string Frame = R"({"blendshapes":[)" + Row + R"(],"bones":[{"eul":[)" + Row + "]}]}";
+        ExpectSameRecords(R"({"frames":[)" + Frame + R"(],"weightMat":[[)" + Row + "]]}");
+        ExpectSameRecords(R"({"weightMat":[[)" + Row + R"(],[)" + Row + R"(]],"frames":[)" + Frame + "," +
+                          Frame + R"(],"version":"padding past the last list of numbers"})");
+    }
+    // A text cut inside a list is refused, however the bytes after it continue.
+    ExpectSameRecords(R"({"version":"v","weightMat":[[0.125,0.25,0.5,0.75,0.875,1.0,0.1,0.2,0.3,0.4)");
 }
 
 TEST(FastPath, StringsReadAsTheHostTreeReadsThem)

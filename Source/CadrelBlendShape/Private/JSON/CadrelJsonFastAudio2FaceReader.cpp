@@ -82,13 +82,15 @@ private:
     error_code ReadWeightMat(ondemand::value Value, int32 Level)
     {
         Draft.WeightMat.Reset();
-        return ForEachElement(
-            Value, Level,
-            [this](ondemand::value Row, int32 RowLevel)
-            { return ReadNumbers(Row, RowLevel, Scratch, Draft.WeightMat.AddDefaulted_GetRef().Weight); });
+        return ForEachElement(Value, Level,
+                              [this](ondemand::value Row, int32 RowLevel) {
+                                  return ReadNumbers(Row, RowLevel, Numbers, Scratch,
+                                                     Draft.WeightMat.AddDefaulted_GetRef().Weight);
+                              });
     }
 
     FExportDraft Draft;
+    FPlainNumberReader Numbers{FReadWorkspace::Get()};
     // Kept across rows, so that each row's weights are allocated once at their final size.
     std::vector<double> Scratch;
 };

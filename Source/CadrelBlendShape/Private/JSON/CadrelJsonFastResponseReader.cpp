@@ -101,7 +101,7 @@ private:
                       {
                           if (IsKey(Key, "blendshapes"))
                           {
-                              return ReadNumbers(Member, MemberLevel, Scratch, Frame.Blendshapes);
+                              return ReadNumbers(Member, MemberLevel, Numbers, Scratch, Frame.Blendshapes);
                           }
                           if (IsKey(Key, "bones"))
                           {
@@ -143,18 +143,11 @@ private:
                               return SkipValue(Member, MemberLevel);
                           }
                           bHasEul = true;
-                          EulNum = 0;
-                          return ForEachElement(Member, MemberLevel,
-                                                [&](ondemand::value Element, int32 ElementLevel) -> error_code
-                                                {
-                                                    double Number = 0.0;
-                                                    SIMDJSON_TRY(ReadNumber(Element, ElementLevel, Number));
-                                                    if (EulNum < EulTriple)
-                                                    {
-                                                        Eul[EulNum++] = Number;
-                                                    }
-                                                    return simdjson::SUCCESS;
-                                                });
+                          EulScratch.clear();
+                          SIMDJSON_TRY(ReadNumberList(Member, MemberLevel, Numbers, EulScratch));
+                          EulNum = static_cast<int32>(std::min<SIZE_T>(EulScratch.size(), EulTriple));
+                          std::copy_n(EulScratch.begin(), EulNum, Eul);
+                          return simdjson::SUCCESS;
                       }));
         if (!bObject || !bHasEul)
         {
@@ -180,8 +173,10 @@ private:
     }
 
     FResponseDraft Draft;
+    FPlainNumberReader Numbers{FReadWorkspace::Get()};
     std::vector<double> Scratch;
     std::vector<FCadrelZELBones> BonesScratch;
+    std::vector<double> EulScratch;
 };
 
 } // namespace

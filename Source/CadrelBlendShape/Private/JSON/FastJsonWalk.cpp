@@ -145,3 +145,37 @@ error_code CadrelJson::FastJson::ReadNonNumberAsNumber(ondemand::value Value, on
     OutNumber = FJsonValueString(ToFString(Text)).AsNumber();
     return simdjson::SUCCESS;
 }
+
+error_code CadrelJson::FastJson::ReadPlainNumbers(ondemand::value Value, int32 Level,
+                                                  FPlainNumberReader& Numbers,
+                                                  std::vector<double>& OutNumbers, bool& bOutRead)
+{
+    bOutRead = false;
+    const char* const Open = Value.raw_json_token().data();
+    // A non-empty array as deep as the host's limit is the general walk's to refuse.
+    if (Level >= MaxLevel || *Open != '[')
+    {
+        return simdjson::SUCCESS;
+    }
+    const SIZE_T Before = OutNumbers.size();
+    const char* const Close = Numbers.ReadArray(Open, OutNumbers);
+    if (Close == nullptr)
+    {
+        OutNumbers.resize(Before);
+        return simdjson::SUCCESS;
+    }
+    // The parser steps over the array's tokens, and must stop where the text did:
+    // at the same ']', followed only by whitespace up to the next token.
+    ondemand::array Array;
+    std::string_view Raw;
+    SIMDJSON_TRY(Value.get_array().get(Array));
+    SIMDJSON_TRY(Array.raw_json().get(Raw));
+    const SIZE_T Read = static_cast<SIZE_T>(Close - Open);
+    if (Raw.data() != Open || Raw.size() < Read ||
+        Raw.find_first_not_of(" \t\n\r", Read) != std::string_view::npos)
+    {
+        return simdjson::TAPE_ERROR;
+    }
+    bOutRead = true;
+    return simdjson::SUCCESS;
+}

@@ -130,6 +130,7 @@ std::string_view FReadWorkspace::Pad(std::string_view Utf8)
     }
     Used = Utf8.size();
     std::memset(Out + Used, 0, simdjson::SIMDJSON_PADDING);
+    End = Out + Used;
     return std::string_view(Out, Used);
 }
 
@@ -138,6 +139,7 @@ std::string_view FReadWorkspace::Pad(std::u16string_view Text)
     char* Out = Reserve(Text.size() * MaxBytesPerUnit);
     Used = static_cast<SIZE_T>(ConvertToUtf8(Text, Out) - Out);
     std::memset(Out + Used, 0, simdjson::SIMDJSON_PADDING);
+    End = Out + Used;
     return std::string_view(Out, Used);
 }
 
@@ -150,6 +152,7 @@ std::string_view FReadWorkspace::Pad(const TArray<uint8>& Bytes)
         return Pad(Utf8);
     }
     Used = 0;
+    End = Utf8.data() + Utf8.size();
     return Utf8;
 }
 

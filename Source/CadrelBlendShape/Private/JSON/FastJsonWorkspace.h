@@ -32,6 +32,9 @@ public:
 
     simdjson::ondemand::parser& GetParser() { return Parser; }
 
+    // The end of the text that Pad last gave, before its padding.
+    const char* TextEnd() const { return End; }
+
     // Gives back the buffers after a text longer than any expected answer, so that
     // a thread that once read one does not keep that much memory for good.
     void Trim();
@@ -45,5 +48,6 @@ private:
     std::unique_ptr<char[]> Buffer;
     SIZE_T Capacity = 0;
     SIZE_T Used = 0;
+    const char* End = nullptr;
 };
 } // namespace CadrelJson::FastJson
