@@ -143,7 +143,8 @@ const char* ReadNumbers(const char* At, const char* End, FPlainNumberReader::FLa
             return nullptr;
         }
         OutNumbers.push_back(Number);
-        // A number ends inside the text, so the byte after it is there to look at.
+        // A number read whole is at most 17 bytes long, so the byte after it, and
+        // the one after a comma, lie inside the text.
         if (IsSpace(*At)) [[unlikely]]
         {
             At = SkipSpace(At, End);
@@ -152,16 +153,11 @@ const char* ReadNumbers(const char* At, const char* End, FPlainNumberReader::FLa
                 return nullptr;
             }
         }
-        if (*At == ']')
-        {
-            return At + 1;
-        }
         if (*At != ',')
         {
-            return nullptr;
+            return *At == ']' ? At + 1 : nullptr;
         }
-        ++At;
-        if (At < End && IsSpace(*At)) [[unlikely]]
+        if (IsSpace(*++At)) [[unlikely]]
         {
             At = SkipSpace(At, End);
         }

@@ -172,7 +172,7 @@ error_code CadrelJson::FastJson::ReadPlainNumbers(ondemand::value Value, int32 L
     SIMDJSON_TRY(Array.raw_json().get(Raw));
     const SIZE_T Read = static_cast<SIZE_T>(Close - Open);
     if (Raw.data() != Open || Raw.size() < Read ||
-        Raw.find_first_not_of(" \t\n\r", Read) != std::string_view::npos)
+        (Raw.size() > Read && Raw.find_first_not_of(" \t\n\r", Read) != std::string_view::npos))
     {
         return simdjson::TAPE_ERROR;
     }
