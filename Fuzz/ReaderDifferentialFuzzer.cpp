@@ -2,6 +2,8 @@
 #include "JSON/CadrelJsonInternal.h"
 #include "RecordText.h"
 
+#include <simdjson.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -55,11 +57,29 @@ template <typename InputType> void Compare(const InputType& Input, const char* W
     CadrelJson::StringToAudio2FaceResponse_Internal(Input, GeneralExport);
     Require(CadrelRecordText::Of(FastExport), CadrelRecordText::Of(GeneralExport), What);
 }
+
+// Bytes with just the parser's room behind them are read where they lie. The room
+// continues a list of numbers to the very end of the allocation, so a read that
+// does not stop at the end of the text runs out of it.
+TArray<uint8> BytesWithRoom(const uint8_t* Data, size_t Size)
+{
+    constexpr char Room[] = "0.5,";
+    TArray<uint8> Bytes;
+    Bytes.Reserve(static_cast<int32>(Size + simdjson::SIMDJSON_PADDING));
+    Bytes.Append(Data, static_cast<int32>(Size));
+    for (SIZE_T Index = 0; Index < simdjson::SIMDJSON_PADDING; ++Index)
+    {
+        Bytes.Add(static_cast<uint8>(Room[Index % (sizeof(Room) - 1)]));
+    }
+    Bytes.SetNum(static_cast<int32>(Size));
+    return Bytes;
+}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* Data, size_t Size)
 {
     Compare(TArray<uint8>(Data, static_cast<int32>(Size)), "UTF-8 bytes");
+    Compare(BytesWithRoom(Data, Size), "UTF-8 bytes with room");
     Compare(FString::FromUTF8(std::string_view(reinterpret_cast<const char*>(Data), Size)), "text");
     // The same bytes read as UTF-16 units reach lone surrogates in host text.
     std::u16string Units(Size / sizeof(char16_t), u'\0');
