@@ -58,21 +58,22 @@ const char* SkipSpace(const char* At, const char* End)
     {
         Run.NonDigits = NonDigits;
         Run.Count = NonDigits == 0 ? 8 : std::countr_zero(NonDigits) / 8;
+        // The digits move to the top bytes, with zeros before them.
+        Run.Shift = 8 * (8 - Run.Count);
+        Run.Scale = PowersOfTenInt[Run.Count];
     }
-    const int32 Count = Run.Count;
-    if (Count == 0)
+    if (Run.Count == 0)
     {
         return 0;
     }
-    // The digits move to the top bytes, with zeros before them, and are summed in
-    // pairs, fours and eights.
-    uint64 Digits = Values << (8 * (8 - Count));
+    // The digits, summed in pairs, fours and eights.
+    uint64 Digits = Values << Run.Shift;
     Digits = (Digits * 10) + (Digits >> 8);
     Digits = (((Digits & 0x000000FF000000FFull) * (100 + (1000000ull << 32))) +
               (((Digits >> 16) & 0x000000FF000000FFull) * (1 + (10000ull << 32)))) >>
              32;
-    Mantissa = Mantissa * PowersOfTenInt[Count] + (Digits & 0xFFFFFFFFull);
-    return Count;
+    Mantissa = Mantissa * Run.Scale + (Digits & 0xFFFFFFFFull);
+    return Run.Count;
 }
 
 // One number at At, read no further than At + NumberReach. Null when the token

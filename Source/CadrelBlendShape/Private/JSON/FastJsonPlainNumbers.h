@@ -37,6 +37,10 @@ public:
         // The top bit of each byte that is no digit.
         uint64 NonDigits = 0;
         int32 Count = 8;
+        // What reading that many digits takes: how far they move, and the power
+        // of ten that makes room for them.
+        int32 Shift = 0;
+        uint64 Scale = 100000000;
     };
 
     // The runs a number may have, each with a layout of its own.
