@@ -155,7 +155,7 @@ TEST(FastPath, PlainNumberArraysReadAsTheHostTreeReadsThem)
                           Frame + R"(],"version":"padding past the last list of numbers"})");
     }
     // A text cut inside a list is refused, however the bytes after it continue.
-    ExpectSameRecords(R"({"version":"v","weightMat":[[0.125,0.25,0.5,0.75,0.875,1.0,0.1,0.2,0.3,0.4)");
+    ExpectSameRecords(R"({"version":"v","weightMat":[[0.125,0.25,0.5,0.75,0.875,1.0,0.1,0.2,0.3,0.4,)");
 }
 
 TEST(FastPath, StringsReadAsTheHostTreeReadsThem)
