@@ -5,7 +5,7 @@
 
 #include <vector>
 
-// Arrays of short plain numbers are nearly all of a long answer: sixty per frame,
+// Arrays of short plain numbers are nearly all of a long answer: a frame of weights,
 // "0.123456" and the like. The on-demand parser spends about 170 instructions on
 // each, one number after another. Read straight from the text, whose bytes
 // simdjson's first stage has already validated, one costs about 90, and since

@@ -165,35 +165,28 @@ error_code ForObject(ondemand::value Value, int32 Level, bool& bOutObject, Field
 error_code ReadPlainNumbers(ondemand::value Value, int32 Level, FPlainNumberReader& Numbers,
                             std::vector<double>& OutNumbers, bool& bOutRead);
 
-// The numbers of an array as AsNumber reads them, appended to OutNumbers; any other
-// value gives none. Flattened, so that the general loop runs without a call per number.
-[[gnu::flatten]] inline error_code ReadNumberList(ondemand::value Value, int32 Level,
-                                                  FPlainNumberReader& Numbers,
-                                                  std::vector<double>& OutNumbers)
-{
-    bool bRead = false;
-    SIMDJSON_TRY(ReadPlainNumbers(Value, Level, Numbers, OutNumbers, bRead));
-    if (bRead)
-    {
-        return simdjson::SUCCESS;
-    }
-    return ForEachElement(Value, Level,
-                          [&OutNumbers](ondemand::value Element, int32 ElementLevel) -> error_code
-                          {
-                              double Number = 0.0;
-                              SIMDJSON_TRY(ReadNumber(Element, ElementLevel, Number));
-                              OutNumbers.push_back(Number);
-                              return simdjson::SUCCESS;
-                          });
-}
-
-// The numbers of an array, replacing OutNumbers. They gather in Scratch first, so
-// that OutNumbers is allocated once at its final size.
-inline error_code ReadNumbers(ondemand::value Value, int32 Level, FPlainNumberReader& Numbers,
-                              std::vector<double>& Scratch, TArray<double>& OutNumbers)
+// The numbers of an array as AsNumber reads them, replacing OutNumbers; any other
+// value gives none. They gather in Scratch first, so that OutNumbers is allocated
+// once at its final size. Flattened, so that the general loop runs without a call
+// per number.
+[[gnu::flatten]] inline error_code ReadNumbers(ondemand::value Value, int32 Level,
+                                               FPlainNumberReader& Numbers, std::vector<double>& Scratch,
+                                               TArray<double>& OutNumbers)
 {
     Scratch.clear();
-    SIMDJSON_TRY(ReadNumberList(Value, Level, Numbers, Scratch));
+    bool bRead = false;
+    SIMDJSON_TRY(ReadPlainNumbers(Value, Level, Numbers, Scratch, bRead));
+    if (!bRead)
+    {
+        SIMDJSON_TRY(ForEachElement(Value, Level,
+                                    [&Scratch](ondemand::value Element, int32 ElementLevel) -> error_code
+                                    {
+                                        double Number = 0.0;
+                                        SIMDJSON_TRY(ReadNumber(Element, ElementLevel, Number));
+                                        Scratch.push_back(Number);
+                                        return simdjson::SUCCESS;
+                                    }));
+    }
     OutNumbers = TArray<double>(Scratch.data(), static_cast<int32>(Scratch.size()));
     return simdjson::SUCCESS;
 }
