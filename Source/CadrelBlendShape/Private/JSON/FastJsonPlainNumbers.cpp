@@ -13,8 +13,8 @@ constexpr int32 MaxDigits = 15;
 // Every power of ten up to 10^15 is exact in a double. Dividing one exact value by
 // another rounds once, correctly, so the quotient is the double nearest to the
 // decimal: the value any correct parser gives.
-constexpr double PowersOfTen[] = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
-                                  1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
+constexpr double PowersOfTen[MaxDigits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 constexpr uint64 PowersOfTenInt[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
 // The most bytes one number may read from its first: a sign, an eight-byte load
