@@ -2,15 +2,21 @@
 
 #include "Audio2FaceExport.h"
 #include "CadrelJson.h"
+#include "ConversionHeap.h"
 #include "RegularFile.h"
 #include "WavFile.h"
 
 #include <cstdio>
+#include <filesystem>
 
 namespace
 {
 // Exports of many minutes run to tens of megabytes; this bounds a mistaken path.
 constexpr int64 MaxExportBytes = int64(1) << 30;
+// The heap a conversion spans, per byte of export: the export itself, the parser's
+// index (four bytes per byte, not all of it used), the weights as doubles, the text
+// written, and the gaps between them. Room never touched costs no memory.
+constexpr std::uintmax_t HeapPerExportByte = 16;
 } // namespace
 
 FConvertCommand::FConvertCommand(CLI::App& Parent)
@@ -25,6 +31,12 @@ FConvertCommand::FConvertCommand(CLI::App& Parent)
 
 int FConvertCommand::Run() const
 {
+    std::error_code SizeError;
+    const std::uintmax_t ExportBytes = std::filesystem::file_size(ExportPath, SizeError);
+    if (!SizeError && ExportBytes <= static_cast<std::uintmax_t>(MaxExportBytes))
+    {
+        PrepareHeapForConversion(static_cast<std::size_t>(ExportBytes * HeapPerExportByte));
+    }
     std::string Error;
     TArray<uint8> Bytes;
     FCadrelAudio2FaceBlendShapeInfo Export;

@@ -1,0 +1,60 @@
+#include "ConversionHeap.h"
+
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
+#if defined(__GLIBC__)
+namespace
+{
+constexpr std::uintptr_t HugePage = std::uintptr_t{2} << 20;
+// glibc refuses a higher threshold on 64-bit systems: larger blocks keep their
+// own mappings, in small pages.
+constexpr int LargestHeapBlock = 32 << 20;
+constexpr int DefaultTopPad = 128 << 10;
+
+std::uintptr_t AlignDown(std::uintptr_t Address)
+{
+    return Address & ~(HugePage - 1);
+}
+
+std::uintptr_t AlignUp(std::uintptr_t Address)
+{
+    return AlignDown(Address + HugePage - 1);
+}
+} // namespace
+
+void PrepareHeapForConversion(std::size_t Bytes)
+{
+    if (Bytes < HugePage || Bytes > INT_MAX / 2)
+    {
+        return;
+    }
+    const int Size = static_cast<int>(Bytes);
+    mallopt(M_MMAP_THRESHOLD, LargestHeapBlock);
+    mallopt(M_TRIM_THRESHOLD, 2 * Size);
+    mallopt(M_TOP_PAD, Size);
+    // A block larger than what is left at the heap's top makes glibc grow the heap
+    // by the block and the pad in one step; freed, it leaves that room at the top.
+    const auto Before = reinterpret_cast<std::uintptr_t>(sbrk(0));
+    void* const Probe = std::malloc(HugePage);
+    const auto Block = reinterpret_cast<std::uintptr_t>(Probe);
+    const auto Grown = reinterpret_cast<std::uintptr_t>(sbrk(0));
+    std::free(Probe);
+    mallopt(M_TOP_PAD, DefaultTopPad);
+    // Only when the block came from the heap and the heap grew: a sanitizer's
+    // allocator leaves the program break where it was.
+    if (Probe && Block < Grown && Before + Bytes <= Grown && AlignUp(Before) < AlignDown(Grown))
+    {
+        madvise(reinterpret_cast<void*>(AlignUp(Before)), AlignDown(Grown) - AlignUp(Before), MADV_HUGEPAGE);
+    }
+}
+#else
+void PrepareHeapForConversion(std::size_t) {}
+#endif
