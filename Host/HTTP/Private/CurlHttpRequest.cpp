@@ -1,6 +1,6 @@
 #include "CurlHttpRequest.h"
 
-#include "CurlTransfer.h"
+#include "HttpTransport.h"
 #include "HAL/PlatformTime.h"
 #include "HttpLog.h"
 #include "HttpModule.h"
@@ -156,9 +156,9 @@ FString FCurlHttpRequest::FindMalformedPart() const
     return FString();
 }
 
-FCurlTransferSpec FCurlHttpRequest::MakeTransferSpec() const
+FHttpTransferSpec FCurlHttpRequest::MakeTransferSpec() const
 {
-    FCurlTransferSpec Spec;
+    FHttpTransferSpec Spec;
     Spec.URL = URL;
     Spec.Verb = Verb.IsEmpty() ? "GET" : Verb.ToUpper().ToUTF8();
     bool bHasExpect = false;

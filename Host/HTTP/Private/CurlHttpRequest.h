@@ -6,7 +6,7 @@
 
 #include <memory>
 
-struct FCurlTransferSpec;
+struct FHttpTransferSpec;
 
 // A request of the HTTP module. Set up and delivered to on the ticking thread; the
 // exchange itself runs on the manager's worker from a copy taken at the start.
@@ -46,7 +46,7 @@ public:
 private:
     // Why the request cannot go out as it is, or empty text.
     FString FindMalformedPart() const;
-    FCurlTransferSpec MakeTransferSpec() const;
+    FHttpTransferSpec MakeTransferSpec() const;
 
     FString URL;
     FString Verb;

@@ -4,8 +4,9 @@
 #include "HAL/PlatformTime.h"
 #include "HttpEventQueue.h"
 #include "HttpLog.h"
-#include "HttpWorker.h"
+#include "HttpTransport.h"
 #include "Misc/ConfigCacheIni.h"
+#include "Modules/ModuleManager.h"
 
 #include <mutex>
 #include <unordered_map>
@@ -18,6 +19,7 @@ constexpr double DefaultFlushSoftTimeLimit = 2.0;
 constexpr double DefaultFlushHardTimeLimit = 4.0;
 // How long Flush sleeps between ticks when nothing arrives.
 constexpr std::chrono::milliseconds FlushWait{10};
+const TCHAR* const TransportModule = TEXT("OrvaneHTTPCurl");
 
 struct FActiveRequest
 {
@@ -37,14 +39,20 @@ struct FDelivery
 
 struct FHttpManager::FImpl
 {
-    // Declared before the worker, which pushes into it until it is joined.
+    // The transport pushes into the queue until it is destroyed, first of all.
+    ~FImpl() { delete Transport.load(); }
+
     FHttpEventQueue Events;
 
     std::mutex Mutex;
     std::unordered_map<uint64, FActiveRequest> Active;
     uint64 NextRequestId = 1;
-    // Started with the first request, so programs that never send one have no thread.
-    std::unique_ptr<FHttpWorker> Worker;
+    // Owned; loaded and started with the first request, so programs that never send
+    // one have neither libcurl nor its thread.
+    std::atomic<IHttpTransport*> Transport{nullptr};
+
+    // Null when the transport's library cannot be loaded; the module manager logs why.
+    IHttpTransport* GetTransport();
 
     std::vector<FDelivery> Resolve(const std::vector<FHttpEvent>& NewEvents,
                                    const std::vector<FHttpProgress>& NewProgress);
@@ -82,21 +90,45 @@ void FHttpManager::UpdateConfigs()
     FlushHardTimeLimit.store(Hard);
 }
 
-uint64 FHttpManager::StartRequest(const TSharedRef<FCurlHttpRequest>& Request, FCurlTransferSpec&& Spec)
+IHttpTransport* FHttpManager::FImpl::GetTransport()
 {
-    FHttpWorker* Worker = nullptr;
+    if (IHttpTransport* const Loaded = Transport.load())
+    {
+        return Loaded;
+    }
+    // Loaded with no lock of ours held: loading takes the module manager's lock, under
+    // which a module starting up may send a request. Two first requests at once may
+    // both make one; the second is dropped.
+    auto* const Module =
+        static_cast<IHttpTransportModule*>(FModuleManager::Get().LoadModule(TransportModule));
+    std::unique_ptr<IHttpTransport> Made = Module ? Module->CreateTransport(Events) : nullptr;
+    IHttpTransport* Expected = nullptr;
+    if (Made && Transport.compare_exchange_strong(Expected, Made.get()))
+    {
+        return Made.release();
+    }
+    return Expected;
+}
+
+uint64 FHttpManager::StartRequest(const TSharedRef<FCurlHttpRequest>& Request, FHttpTransferSpec&& Spec)
+{
+    IHttpTransport* const Transport = Impl->GetTransport();
     {
         std::lock_guard<std::mutex> Lock(Impl->Mutex);
         Spec.RequestId = Impl->NextRequestId++;
         Impl->Active.emplace(Spec.RequestId, FActiveRequest{Request});
-        if (!Impl->Worker)
-        {
-            Impl->Worker = std::make_unique<FHttpWorker>(Impl->Events);
-        }
-        Worker = Impl->Worker.get();
     }
     const uint64 RequestId = Spec.RequestId;
-    Worker->Start(std::move(Spec));
+    if (Transport)
+    {
+        Transport->Start(std::move(Spec));
+        return RequestId;
+    }
+    FHttpEvent Failure;
+    Failure.RequestId = RequestId;
+    Failure.Kind = EHttpEventKind::Complete;
+    Failure.Value = TEXT("the HTTP transport (module OrvaneHTTPCurl) could not be loaded");
+    Impl->Events.Push(std::move(Failure));
     return RequestId;
 }
 
@@ -117,7 +149,10 @@ void FHttpManager::CancelRequest(uint64 RequestId)
     Event.RequestId = RequestId;
     Event.Kind = EHttpEventKind::Complete;
     Impl->Events.Push(std::move(Event));
-    Impl->Worker->Cancel(RequestId);
+    if (IHttpTransport* const Transport = Impl->Transport.load())
+    {
+        Transport->Cancel(RequestId);
+    }
 }
 
 std::vector<FDelivery> FHttpManager::FImpl::Resolve(const std::vector<FHttpEvent>& NewEvents,

@@ -7,7 +7,7 @@
 #include <memory>
 
 class FCurlHttpRequest;
-struct FCurlTransferSpec;
+struct FHttpTransferSpec;
 
 enum class EHttpFlushReason : uint8
 {
@@ -49,7 +49,7 @@ private:
 
     // Keeps a started request alive until its completion has been delivered and
     // hands its exchange to the worker; returns the request's number.
-    uint64 StartRequest(const TSharedRef<FCurlHttpRequest>& Request, FCurlTransferSpec&& Spec);
+    uint64 StartRequest(const TSharedRef<FCurlHttpRequest>& Request, FHttpTransferSpec&& Spec);
     // The request completes without a response at the next tick.
     void CancelRequest(uint64 RequestId);
 

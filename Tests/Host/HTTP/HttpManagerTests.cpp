@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
 #include <unistd.h>
 
 namespace
@@ -158,4 +159,18 @@ TEST(HttpModule, ProcessExitsWhileARequestIsInFlight)
         },
         ::testing::ExitedWithCode(0), "");
     close(Listener);
+}
+
+TEST(HttpModule, LoadsLibcurlWithTheFirstRequestNotWithTheProgram)
+{
+    // A fresh process for the child, in which no earlier test has sent a request.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            const auto IsLoaded = [] { return dlopen("libcurl.so.4", RTLD_LAZY | RTLD_NOLOAD) != nullptr; };
+            const bool bLoadedBefore = IsLoaded();
+            MakeRequest(LocalURL(1, "/"))->ProcessRequest();
+            std::exit(!bLoadedBefore && IsLoaded() ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }

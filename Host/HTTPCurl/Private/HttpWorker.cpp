@@ -51,7 +51,7 @@ FHttpWorker::~FHttpWorker()
     }
 }
 
-void FHttpWorker::Start(FCurlTransferSpec&& Spec)
+void FHttpWorker::Start(FHttpTransferSpec&& Spec)
 {
     if (!Multi)
     {
@@ -97,7 +97,7 @@ void FHttpWorker::Run()
 
 bool FHttpWorker::TakeCommands()
 {
-    std::vector<FCurlTransferSpec> NewStarts;
+    std::vector<FHttpTransferSpec> NewStarts;
     std::vector<uint64> NewCancels;
     {
         std::lock_guard<std::mutex> Lock(Mutex);
@@ -108,7 +108,7 @@ bool FHttpWorker::TakeCommands()
         NewStarts.swap(Starts);
         NewCancels.swap(Cancels);
     }
-    for (FCurlTransferSpec& Spec : NewStarts)
+    for (FHttpTransferSpec& Spec : NewStarts)
     {
         AddTransfer(std::make_unique<FCurlTransfer>(std::move(Spec), Events));
     }

@@ -30,7 +30,7 @@ std::string_view Trim(std::string_view Text)
 }
 } // namespace
 
-FCurlTransfer::FCurlTransfer(FCurlTransferSpec&& InSpec, FHttpEventQueue& InEvents)
+FCurlTransfer::FCurlTransfer(FHttpTransferSpec&& InSpec, FHttpEventQueue& InEvents)
     : Spec(std::move(InSpec)), Events(InEvents), Response(MakeShared<FCurlHttpResponse>(Spec.URL))
 {
 }

@@ -3,6 +3,7 @@
 #include "CoreMinimal.h"
 #include "CurlTransfer.h"
 #include "HttpEventQueue.h"
+#include "HttpTransport.h"
 
 #include <curl/curl.h>
 
@@ -15,17 +16,17 @@
 // The one thread that runs libcurl: a multi handle, whose connection cache every
 // request shares, driven by curl_multi_poll. Other threads only queue work and wake
 // it with curl_multi_wakeup.
-class FHttpWorker
+class FHttpWorker final : public IHttpTransport
 {
 public:
     explicit FHttpWorker(FHttpEventQueue& InEvents);
     // Stops the thread and drops whatever is still running, without completions.
-    ~FHttpWorker();
+    ~FHttpWorker() override;
     FHttpWorker(const FHttpWorker&) = delete;
     FHttpWorker& operator=(const FHttpWorker&) = delete;
 
-    void Start(FCurlTransferSpec&& Spec);
-    void Cancel(uint64 RequestId);
+    void Start(FHttpTransferSpec&& Spec) override;
+    void Cancel(uint64 RequestId) override;
 
 private:
     void Run();
@@ -39,7 +40,7 @@ private:
     CURLM* Multi = nullptr;
 
     std::mutex Mutex;
-    std::vector<FCurlTransferSpec> Starts;
+    std::vector<FHttpTransferSpec> Starts;
     std::vector<uint64> Cancels;
     bool bStopping = false;
 

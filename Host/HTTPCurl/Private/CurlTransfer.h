@@ -3,6 +3,7 @@
 #include "CoreMinimal.h"
 #include "CurlHttpResponse.h"
 #include "HttpEventQueue.h"
+#include "HttpTransport.h"
 
 #include <curl/curl.h>
 
@@ -10,30 +11,12 @@
 #include <string>
 #include <vector>
 
-// Everything an exchange needs, copied from the request when it starts so that the
-// worker never touches the request object.
-struct FCurlTransferSpec
-{
-    uint64 RequestId = 0;
-    FString URL;
-    std::string Verb;
-    // "Name: Value" lines in the order they go on the wire.
-    std::vector<std::string> HeaderLines;
-    // Shared with the request rather than copied: a later SetContent replaces the
-    // request's array and leaves this one alone.
-    std::shared_ptr<const TArray<uint8>> Body;
-    // Seconds for the whole exchange; 0 for no overall limit.
-    double TimeoutSeconds = 0.0;
-    // The certificate authorities to trust instead of libcurl's default bundle.
-    std::string CAFile;
-};
-
 // One exchange on libcurl's easy interface. Lives on the worker thread only; what it
 // learns goes to the event queue.
 class FCurlTransfer
 {
 public:
-    FCurlTransfer(FCurlTransferSpec&& InSpec, FHttpEventQueue& InEvents);
+    FCurlTransfer(FHttpTransferSpec&& InSpec, FHttpEventQueue& InEvents);
     ~FCurlTransfer();
     FCurlTransfer(const FCurlTransfer&) = delete;
     FCurlTransfer& operator=(const FCurlTransfer&) = delete;
@@ -57,7 +40,7 @@ private:
     static int OnProgress(void* Self, curl_off_t DownTotal, curl_off_t DownNow, curl_off_t UpTotal,
                           curl_off_t UpNow);
 
-    FCurlTransferSpec Spec;
+    FHttpTransferSpec Spec;
     FHttpEventQueue& Events;
     CURL* Easy = nullptr;
     curl_slist* HeaderList = nullptr;
