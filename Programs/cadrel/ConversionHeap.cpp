@@ -18,6 +18,10 @@ constexpr std::uintptr_t HugePage = std::uintptr_t{2} << 20;
 // own mappings, in small pages.
 constexpr int LargestHeapBlock = 32 << 20;
 constexpr int DefaultTopPad = 128 << 10;
+// Smaller gaps to the first huge page are not worth a block of their own.
+constexpr std::uintptr_t MinimumPad = 4096;
+// Volatile, or the compiler drops a block that nothing reads.
+void* volatile HeapPad = nullptr;
 
 std::uintptr_t AlignDown(std::uintptr_t Address)
 {
@@ -48,11 +52,23 @@ void PrepareHeapForConversion(std::size_t Bytes)
     const auto Grown = reinterpret_cast<std::uintptr_t>(sbrk(0));
     std::free(Probe);
     mallopt(M_TOP_PAD, DefaultTopPad);
-    // Only when the block came from the heap and the heap grew: a sanitizer's
+    // Only when the block came from the heap's top and the heap grew: a sanitizer's
     // allocator leaves the program break where it was.
-    if (Probe && Block < Grown && Before + Bytes <= Grown && AlignUp(Before) < AlignDown(Grown))
+    const std::uintptr_t Start = AlignUp(Before);
+    if (!Probe || Block >= Before || Before + Bytes > Grown || Start >= AlignDown(Grown))
     {
-        madvise(reinterpret_cast<void*>(AlignUp(Before)), AlignDown(Grown) - AlignUp(Before), MADV_HUGEPAGE);
+        return;
+    }
+    madvise(reinterpret_cast<void*>(Start), AlignDown(Grown) - Start, MADV_HUGEPAGE);
+    // The heap up to the first huge page is taken by a block that is never used, so
+    // that the conversion's first block, the export, starts on that page instead of
+    // in the small pages below it. Its chunk begins where the probe's did and ends
+    // one chunk header short of the page, glibc's chunks being the size asked plus
+    // one word, in steps of 16 bytes.
+    const std::uintptr_t Gap = Start - Block;
+    if (Gap >= MinimumPad)
+    {
+        HeapPad = std::malloc(Gap - sizeof(std::size_t));
     }
 }
 #else
