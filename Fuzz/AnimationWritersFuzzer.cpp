@@ -13,7 +13,8 @@
 
 // The program's JSON, CSV and SVG writers on hostile records: any number (huge, NaN,
 // infinite, negative zero), names with quotes, commas, line breaks and lone UTF-16
-// surrogates, frames shorter or longer than the names, no frames at all.
+// surrogates, frames shorter or longer than the names, no frames at all. The tables
+// are also sent in chunks of any size, as they go to files, and must not change.
 namespace
 {
 constexpr int MaxNames = 8;
@@ -164,6 +165,16 @@ void CheckCsv(const FCadrelZELResponse& Animation)
     }
 }
 
+std::string Streamed(SIZE_T ChunkBytes, const FCadrelZELResponse& Animation,
+                     void (*Write)(const FCadrelZELResponse&, FTextOutput&))
+{
+    std::string Sent;
+    FTextOutput Out(ChunkBytes, [&Sent](std::string_view Chunk) { Sent += Chunk; });
+    Write(Animation, Out);
+    Out.Flush();
+    return Sent;
+}
+
 // Well-formed enough for a browser: tags nest and close, attribute values are
 // quoted and hold no NaN or infinity, '&' starts one of the entities the writer
 // uses, and the text is UTF-8.
@@ -220,8 +231,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* Data, size_t Size)
         Sample = static_cast<float>(HostileDouble(Bytes));
     }
     const std::string Title = Bytes.ConsumeRandomLengthString(64);
+    const SIZE_T ChunkBytes = Bytes.ConsumeIntegralInRange<SIZE_T>(1, 512);
     CheckJson(Animation);
     CheckCsv(Animation);
+    Check(Streamed(ChunkBytes, Animation, WriteAnimationJson) == AnimationToJson(Animation));
+    Check(Streamed(ChunkBytes, Animation, WriteAnimationCsv) == AnimationToCsv(Animation));
     CheckSvg(AnimationToSvg(Animation, Mono, SampleRate, Title));
     return 0;
 }

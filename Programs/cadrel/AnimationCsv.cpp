@@ -99,18 +99,24 @@ void AppendRow(FTextOutput& Out, FNumberTexts& Texts, const FCadrelZELResponse& 
 }
 } // namespace
 
-std::string AnimationToCsv(const FCadrelZELResponse& Animation)
+void WriteAnimationCsv(const FCadrelZELResponse& Animation, FTextOutput& Out)
 {
     const SIZE_T Cells = 1 + Animation.BlendShapesNames.Num() + 3 * SIZE_T(Animation.BonesNames.Num());
     std::string Header;
     AppendHeader(Header, Animation);
-    // About eight bytes a cell, so a long animation grows its buffer a few times at most.
-    FTextOutput Out(Header.size() + static_cast<SIZE_T>(Animation.Frames.Num()) * Cells * 8);
     Out.Append(Header);
     FNumberTexts Texts;
     for (int32 Index = 0; Index < Animation.Frames.Num(); ++Index)
     {
         AppendRow(Out, Texts, Animation, Index, Cells);
     }
+}
+
+std::string AnimationToCsv(const FCadrelZELResponse& Animation)
+{
+    const SIZE_T Cells = 1 + Animation.BlendShapesNames.Num() + 3 * SIZE_T(Animation.BonesNames.Num());
+    // About eight bytes a cell, so a long animation grows its buffer a few times at most.
+    FTextOutput Out(1024 + static_cast<SIZE_T>(Animation.Frames.Num()) * Cells * 8);
+    WriteAnimationCsv(Animation, Out);
     return std::move(Out).Take();
 }

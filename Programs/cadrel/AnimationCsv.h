@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CadrelBlendShapeType.h"
+#include "TextOutput.h"
 
 #include <string>
 
@@ -10,3 +11,4 @@
 // values a frame lacks are empty cells, values beyond the names are left out, and so
 // are numbers that are not finite and the time when the frame rate is not positive.
 std::string AnimationToCsv(const FCadrelZELResponse& Animation);
+void WriteAnimationCsv(const FCadrelZELResponse& Animation, FTextOutput& Out);

@@ -19,10 +19,7 @@ constexpr SIZE_T ExpectedBytesPerFrame = 512;
 class FAnimationJsonWriter
 {
 public:
-    explicit FAnimationJsonWriter(const FCadrelZELResponse& Animation)
-        : Out(1024 + static_cast<SIZE_T>(Animation.Frames.Num()) * ExpectedBytesPerFrame)
-    {
-    }
+    explicit FAnimationJsonWriter(FTextOutput& InOut) : Out(InOut) {}
 
     void Header(const FCadrelZELResponse& Animation)
     {
@@ -63,11 +60,7 @@ public:
         Out.Append("]}");
     }
 
-    std::string Finish() &&
-    {
-        Out.Append("]}");
-        return std::move(Out).Take();
-    }
+    void Finish() { Out.Append("]}"); }
 
 private:
     static void AppendNames(std::string& Text, const TArray<FString>& Names)
@@ -107,18 +100,25 @@ private:
         return std::isfinite(Value) ? Texts.Write(At, Value) : WriteAscii(At, "null");
     }
 
-    FTextOutput Out;
+    FTextOutput& Out;
     FNumberTexts Texts;
 };
 } // namespace
 
-std::string AnimationToJson(const FCadrelZELResponse& Animation)
+void WriteAnimationJson(const FCadrelZELResponse& Animation, FTextOutput& Out)
 {
-    FAnimationJsonWriter Writer(Animation);
+    FAnimationJsonWriter Writer(Out);
     Writer.Header(Animation);
     for (int32 Index = 0; Index < Animation.Frames.Num(); ++Index)
     {
         Writer.Frame(Animation.Frames[Index], Index == 0);
     }
-    return std::move(Writer).Finish();
+    Writer.Finish();
+}
+
+std::string AnimationToJson(const FCadrelZELResponse& Animation)
+{
+    FTextOutput Out(1024 + static_cast<SIZE_T>(Animation.Frames.Num()) * ExpectedBytesPerFrame);
+    WriteAnimationJson(Animation, Out);
+    return std::move(Out).Take();
 }

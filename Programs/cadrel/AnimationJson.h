@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CadrelBlendShapeType.h"
+#include "TextOutput.h"
 
 #include <string>
 
@@ -10,3 +11,4 @@
 // cannot survive the trip: weights that are not finite become null, which the
 // reader takes as 0, and negative zero is written "-0", which it reads as 0.
 std::string AnimationToJson(const FCadrelZELResponse& Animation);
+void WriteAnimationJson(const FCadrelZELResponse& Animation, FTextOutput& Out);

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <string>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -71,39 +72,102 @@ bool WriteAll(int File, std::string_view Bytes)
     return true;
 }
 
-bool Fail(const std::string& Path, const char* What, std::string& OutError)
+bool Fail(const std::string& Path, const char* What, int Errno, std::string& OutError)
 {
-    OutError = Path + ": " + What + ": " + std::strerror(errno);
+    OutError = Path + ": " + What + ": " + std::strerror(Errno);
     return false;
 }
 } // namespace
 
-bool WriteFileAtomically(const std::string& Path, std::string_view Bytes, std::string& OutError)
+FAtomicFile::~FAtomicFile()
 {
+    Discard();
+}
+
+bool FAtomicFile::Open(const std::string& Path, std::string& OutError)
+{
+    Discard();
     const mode_t Mode = TargetMode(Path);
-    std::string Temporary = TemporaryTemplate(Path);
-    const int File = ::mkstemp(Temporary.data());
+    TargetPath = Path;
+    TemporaryPath = TemporaryTemplate(Path);
+    File = ::mkstemp(TemporaryPath.data());
     if (File < 0)
     {
-        return Fail(Path, "cannot create", OutError);
+        TemporaryPath.clear();
+        return Fail(Path, "cannot create", errno, OutError);
     }
+    Written = 0;
+    WriteErrno = ::fchmod(File, Mode) == 0 ? 0 : errno;
+    return true;
+}
 
-    const bool bWritten = ::fchmod(File, Mode) == 0 && WriteAll(File, Bytes) && ::fsync(File) == 0;
-    const int WriteErrno = errno;
+void FAtomicFile::Write(std::string_view Bytes)
+{
+    if (File < 0 || WriteErrno != 0)
+    {
+        return;
+    }
+    if (!WriteAll(File, Bytes))
+    {
+        WriteErrno = errno;
+        return;
+    }
+    // Starts the disk on these bytes now rather than at the flush; only a hint, so
+    // a failure here is left for fsync to report.
+    ::sync_file_range(File, Written, static_cast<off_t>(Bytes.size()), SYNC_FILE_RANGE_WRITE);
+    Written += static_cast<long long>(Bytes.size());
+}
+
+bool FAtomicFile::Commit(std::string& OutError)
+{
+    if (File < 0)
+    {
+        return Fail(TargetPath, "cannot write", EBADF, OutError);
+    }
+    if (WriteErrno == 0 && ::fsync(File) != 0)
+    {
+        WriteErrno = errno;
+    }
     // close() may report a deferred write error, and must not be retried on EINTR.
     const bool bClosed = ::close(File) == 0;
-    if (!bWritten || !bClosed)
+    File = -1;
+    if (WriteErrno != 0 || !bClosed)
     {
-        errno = bWritten ? errno : WriteErrno;
-        Fail(Path, "cannot write", OutError);
-        ::unlink(Temporary.c_str());
+        Fail(TargetPath, "cannot write", WriteErrno != 0 ? WriteErrno : errno, OutError);
+        Discard();
         return false;
     }
-    if (::rename(Temporary.c_str(), Path.c_str()) != 0)
+    if (::rename(TemporaryPath.c_str(), TargetPath.c_str()) != 0)
     {
-        Fail(Path, "cannot replace", OutError);
-        ::unlink(Temporary.c_str());
+        Fail(TargetPath, "cannot replace", errno, OutError);
+        Discard();
         return false;
     }
+    TemporaryPath.clear();
     return true;
+}
+
+void FAtomicFile::Discard()
+{
+    if (File >= 0)
+    {
+        ::close(File);
+        File = -1;
+    }
+    if (!TemporaryPath.empty())
+    {
+        ::unlink(TemporaryPath.c_str());
+        TemporaryPath.clear();
+    }
+}
+
+bool WriteFileAtomically(const std::string& Path, std::string_view Bytes, std::string& OutError)
+{
+    FAtomicFile File;
+    if (!File.Open(Path, OutError))
+    {
+        return false;
+    }
+    File.Write(Bytes);
+    return File.Commit(OutError);
 }

@@ -41,22 +41,35 @@ std::string CheckFormats(const std::string& List)
     return {};
 }
 
-std::string Render(const std::string& Format, const std::string& Stem, const FCadrelZELResponse& Animation,
-                   std::span<const float> Mono, int SampleRate)
+// The tables go to the file as they are written, a chunk at a time.
+constexpr SIZE_T TableChunkBytes = SIZE_T{1} << 20;
+
+bool WriteAnimationFile(const std::string& Path, const std::string& Format, const std::string& Stem,
+                        const FCadrelZELResponse& Animation, std::span<const float> Mono, int SampleRate,
+                        std::string& OutError)
 {
+    if (Format == "html" || Format == "svg")
+    {
+        const std::string Page = Format == "html" ? AnimationToHtml(Animation, Mono, SampleRate, Stem)
+                                                  : AnimationToSvg(Animation, Mono, SampleRate, Stem);
+        return WriteFileAtomically(Path, Page, OutError);
+    }
+    FAtomicFile File;
+    if (!File.Open(Path, OutError))
+    {
+        return false;
+    }
+    FTextOutput Out(TableChunkBytes, [&File](std::string_view Chunk) { File.Write(Chunk); });
     if (Format == "json")
     {
-        return AnimationToJson(Animation);
+        WriteAnimationJson(Animation, Out);
     }
-    if (Format == "csv")
+    else
     {
-        return AnimationToCsv(Animation);
+        WriteAnimationCsv(Animation, Out);
     }
-    if (Format == "html")
-    {
-        return AnimationToHtml(Animation, Mono, SampleRate, Stem);
-    }
-    return AnimationToSvg(Animation, Mono, SampleRate, Stem);
+    Out.Flush();
+    return File.Commit(OutError);
 }
 } // namespace
 
@@ -102,7 +115,7 @@ bool WriteAnimationFiles(const FOutputOptions& Options, const std::string& Stem,
     for (const std::string& Format : SplitFormats(Options.Formats))
     {
         const std::string Path = (std::filesystem::path(Options.Directory) / (Stem + "." + Format)).string();
-        if (!WriteFileAtomically(Path, Render(Format, Stem, Animation, Mono, SampleRate), OutError))
+        if (!WriteAnimationFile(Path, Format, Stem, Animation, Mono, SampleRate, OutError))
         {
             return false;
         }

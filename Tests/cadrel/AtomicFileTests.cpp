@@ -67,3 +67,31 @@ TEST(AtomicFile, FailuresNameThePathAndLeaveNothingBehind)
     EXPECT_EQ(FTestProject::Read(Folder / "plain"), "a file, not a folder");
     EXPECT_EQ(Entries(Folder / "dir"), std::vector<std::string>{"kept"});
 }
+
+TEST(AtomicFile, PiecesMakeTheFileOnlyWhenCommitted)
+{
+    const FTestProject Project;
+    const fs::path Target = Project.Root / "x.csv";
+    std::string Error;
+    ASSERT_TRUE(WriteFileAtomically(Target.string(), "old", Error)) << Error;
+    {
+        FAtomicFile Abandoned;
+        ASSERT_TRUE(Abandoned.Open(Target.string(), Error)) << Error;
+        Abandoned.Write("never");
+    }
+    EXPECT_EQ(FTestProject::Read(Target), "old");
+    EXPECT_EQ(Entries(Project.Root), std::vector<std::string>{"x.csv"});
+
+    FAtomicFile File;
+    ASSERT_TRUE(File.Open(Target.string(), Error)) << Error;
+    const std::string Large(3 << 20, 'y');
+    for (const std::string_view Piece :
+         {std::string_view("a,b\r\n"), std::string_view(), std::string_view(Large)})
+    {
+        File.Write(Piece);
+    }
+    EXPECT_EQ(FTestProject::Read(Target), "old");
+    ASSERT_TRUE(File.Commit(Error)) << Error;
+    EXPECT_EQ(FTestProject::Read(Target), "a,b\r\n" + Large);
+    EXPECT_EQ(Entries(Project.Root), std::vector<std::string>{"x.csv"});
+}
