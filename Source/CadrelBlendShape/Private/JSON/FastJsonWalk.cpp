@@ -1,6 +1,7 @@
 #include "JSON/FastJsonWalk.h"
 
 #include "Dom/JsonValue.h"
+#include "JSON/FastJsonListStep.h"
 
 namespace
 {
@@ -162,6 +163,11 @@ error_code CadrelJson::FastJson::ReadPlainNumbers(ondemand::value Value, int32 L
     if (Close == nullptr)
     {
         OutNumbers.resize(Before);
+        return simdjson::SUCCESS;
+    }
+    if (StepOverPlainList(Value, Open, Close - 1, OutNumbers.size() - Before))
+    {
+        bOutRead = true;
         return simdjson::SUCCESS;
     }
     // The parser steps over the array's tokens, and must stop where the text did:
