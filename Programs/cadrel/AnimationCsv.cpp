@@ -3,6 +3,7 @@
 #include "NumberTexts.h"
 #include "TextOutput.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -71,15 +72,22 @@ void AppendRow(FTextOutput& Out, FNumberTexts& Texts, const FCadrelZELResponse& 
     *At++ = ',';
     if (Animation.FPS > 0)
     {
-        At = WriteNumber(At, Texts, static_cast<double>(Index) / Animation.FPS);
+        // Every frame's time is new: remembered, it would only push out weights that recur.
+        At = WriteJsonNumber(At, static_cast<double>(Index) / Animation.FPS);
     }
-    for (int32 Column = 0; Column < Animation.BlendShapesNames.Num(); ++Column)
+    // Taken out of the arrays first: every character written could alias them, and
+    // their bounds would be loaded again for each cell.
+    const int32 Names = Animation.BlendShapesNames.Num();
+    const int32 Present = std::min(Names, Frame.Blendshapes.Num());
+    const double* const Weights = Frame.Blendshapes.GetData();
+    for (int32 Column = 0; Column < Present; ++Column)
     {
         *At++ = ',';
-        if (Frame.Blendshapes.IsValidIndex(Column))
-        {
-            At = WriteNumber(At, Texts, Frame.Blendshapes[Column]);
-        }
+        At = WriteNumber(At, Texts, Weights[Column]);
+    }
+    for (int32 Column = Present; Column < Names; ++Column)
+    {
+        *At++ = ',';
     }
     for (int32 Bone = 0; Bone < Animation.BonesNames.Num(); ++Bone)
     {
