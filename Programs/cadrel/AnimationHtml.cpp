@@ -5,8 +5,6 @@
 #include "MarkupText.h"
 #include "MemorySoundFile.h"
 
-#include <openssl/evp.h>
-
 #include <map>
 
 namespace
@@ -41,12 +39,31 @@ TArray<uint8> EncodeWav(std::span<const float> Mono, int SampleRate)
     return Sound.Finish();
 }
 
+// Base64 with padding, written out here: OpenSSL's would cost every run of the
+// program a millisecond to load the library.
 std::string Base64(const TArray<uint8>& Bytes)
 {
-    std::string Out(4 * ((std::size_t(Bytes.Num()) + 2) / 3) + 1, '\0');
-    const int Length =
-        EVP_EncodeBlock(reinterpret_cast<unsigned char*>(Out.data()), Bytes.GetData(), Bytes.Num());
-    Out.resize(std::size_t(std::max(0, Length)));
+    static constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const uint8* const In = Bytes.GetData();
+    const SIZE_T Count = static_cast<SIZE_T>(Bytes.Num());
+    std::string Out;
+    Out.reserve(4 * ((Count + 2) / 3));
+    SIZE_T Index = 0;
+    for (; Index + 3 <= Count; Index += 3)
+    {
+        const uint32 Group = uint32(In[Index]) << 16 | uint32(In[Index + 1]) << 8 | In[Index + 2];
+        const char Quad[] = {Alphabet[Group >> 18], Alphabet[Group >> 12 & 63], Alphabet[Group >> 6 & 63],
+                             Alphabet[Group & 63]};
+        Out.append(Quad, 4);
+    }
+    if (Index < Count)
+    {
+        const bool bTwo = Index + 1 < Count;
+        const uint32 Group = uint32(In[Index]) << 16 | (bTwo ? uint32(In[Index + 1]) << 8 : 0);
+        const char Quad[] = {Alphabet[Group >> 18], Alphabet[Group >> 12 & 63],
+                             bTwo ? Alphabet[Group >> 6 & 63] : '=', '='};
+        Out.append(Quad, 4);
+    }
     return Out;
 }
 

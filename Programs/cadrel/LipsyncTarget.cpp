@@ -1,6 +1,6 @@
 #include "LipsyncTarget.h"
 
-#include "LipsyncServer.h"
+#include "CadrelServersModule.h"
 #include "Misc/ConfigCacheIni.h"
 #include "Setting/CadrelSetting.h"
 
@@ -39,14 +39,7 @@ void AddTargetOptions(CLI::App& Command, FTargetOptions& Options)
 
 FLipsyncTarget::FLipsyncTarget() = default;
 
-FLipsyncTarget::~FLipsyncTarget()
-{
-    if (Embedded)
-    {
-        Embedded->Stop();
-        Embedded->Wait();
-    }
-}
+FLipsyncTarget::~FLipsyncTarget() = default;
 
 EAnswerFormat FLipsyncTarget::GetAnswerFormat() const
 {
@@ -62,10 +55,10 @@ bool FLipsyncTarget::Start(const FTargetOptions& Options, std::string& OutError)
         FLipsyncServerOptions ServerOptions;
         ServerOptions.Port = 0;
         ServerOptions.bQuiet = true;
-        Embedded = std::make_unique<FLipsyncServer>(ServerOptions);
-        if (!Embedded->Start(OutError))
+        ICadrelServersModule* const Servers = LoadCadrelServers(OutError);
+        Embedded = Servers ? Servers->StartLipsyncServer(ServerOptions, OutError) : nullptr;
+        if (!Embedded)
         {
-            Embedded.reset();
             OutError = "cannot start the embedded server: " + OutError;
             return false;
         }

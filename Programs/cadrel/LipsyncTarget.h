@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-class FLipsyncServer;
+class IEmbeddedLipsyncServer;
 
 // Where lipsync requests go, as the user asked on the command line.
 struct FTargetOptions
@@ -45,7 +45,7 @@ public:
     const std::string& GetBaseURL() const { return BaseURL; }
 
 private:
-    std::unique_ptr<FLipsyncServer> Embedded;
+    std::unique_ptr<IEmbeddedLipsyncServer> Embedded;
     EBlendShapeType ServerType = EBlendShapeType::VIRETHIO;
     FString Token;
     std::string BaseURL;

@@ -1,6 +1,9 @@
 #include "ServeCommand.h"
 
+#include "CadrelServersModule.h"
 #include "LipsyncServerCommand.h"
+
+#include <cstdio>
 
 FServeCommand::FServeCommand(CLI::App& Parent)
 {
@@ -12,5 +15,11 @@ FServeCommand::FServeCommand(CLI::App& Parent)
 
 int FServeCommand::Run() const
 {
-    return RunLipsyncServerUntilSignal(Options, "cadrel");
+    std::string Error;
+    if (ICadrelServersModule* const Servers = LoadCadrelServers(Error))
+    {
+        return Servers->RunLipsyncServer(Options, "cadrel");
+    }
+    std::fprintf(stderr, "cadrel: %s\n", Error.c_str());
+    return 1;
 }

@@ -65,27 +65,40 @@ TEST(AnimationHtml, EmbeddedDataCannotEndItsScript)
     EXPECT_EQ(ReadBack.Frames[2].Blendshapes, Animation.Frames[2].Blendshapes);
 }
 
-// The sound is a WAV the browser can decode: the same rate and length, clipped, not wrapped.
+// The sound is a WAV the browser can decode: the same rate and length, clipped, not
+// wrapped. Three lengths, so that the base64 text ends in each of its three ways.
 TEST(AnimationHtml, EmbedsTheSoundAsWav)
 {
-    std::vector<float> Mono(22050, 0.5f);
-    Mono[0] = 4.0f;
-    const std::string Base64 = ScriptText(AnimationToHtml(Hostile(), Mono, 22050, "speech"), "cadrel-audio");
-    ASSERT_EQ(Base64.size() % 4, 0u);
-    std::vector<uint8> Wav(Base64.size() / 4 * 3);
-    const int Length = EVP_DecodeBlock(Wav.data(), reinterpret_cast<const unsigned char*>(Base64.data()),
-                                       int(Base64.size()));
-    ASSERT_GT(Length, 44);
-    Wav.resize(std::size_t(Length) - CountOf(Base64, "="));
+    for (const int Samples : {22050, 22051, 22052})
+    {
+        std::vector<float> Mono(Samples, 0.5f);
+        Mono[0] = 4.0f;
+        // Samples that vary, so that a wrong character anywhere changes one.
+        for (int Index = 2; Index < Samples; ++Index)
+        {
+            Mono[Index] = float(Index % 997) / 997.0f - 0.5f;
+        }
+        const std::string Base64 =
+            ScriptText(AnimationToHtml(Hostile(), Mono, 22050, "speech"), "cadrel-audio");
+        ASSERT_EQ(Base64.size() % 4, 0u);
+        std::vector<uint8> Wav(Base64.size() / 4 * 3);
+        const int Length = EVP_DecodeBlock(Wav.data(), reinterpret_cast<const unsigned char*>(Base64.data()),
+                                           int(Base64.size()));
+        ASSERT_GT(Length, 44);
+        Wav.resize(std::size_t(Length) - CountOf(Base64, "="));
 
-    FMemorySoundFile Sound;
-    SF_INFO Info{};
-    ASSERT_TRUE(Sound.OpenForReading(Wav, Info)) << Sound.GetError();
-    EXPECT_EQ(Info.samplerate, 22050);
-    EXPECT_EQ(Info.channels, 1);
-    EXPECT_EQ(Info.frames, 22050);
-    float Read[2] = {};
-    ASSERT_EQ(sf_readf_float(Sound.Get(), Read, 2), 2);
-    EXPECT_GT(Read[0], 0.99f);
-    EXPECT_NEAR(Read[1], 0.5f, 1e-3f);
+        FMemorySoundFile Sound;
+        SF_INFO Info{};
+        ASSERT_TRUE(Sound.OpenForReading(Wav, Info)) << Sound.GetError();
+        EXPECT_EQ(Info.samplerate, 22050);
+        EXPECT_EQ(Info.channels, 1);
+        EXPECT_EQ(Info.frames, Samples);
+        std::vector<float> Read(Samples);
+        ASSERT_EQ(sf_readf_float(Sound.Get(), Read.data(), Samples), Samples);
+        EXPECT_GT(Read[0], 0.99f);
+        for (int Index = 1; Index < Samples; ++Index)
+        {
+            ASSERT_NEAR(Read[Index], Mono[Index], 1e-3f) << Index;
+        }
+    }
 }

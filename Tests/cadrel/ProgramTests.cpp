@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <set>
 
@@ -176,4 +177,25 @@ TEST_F(FProgramTest, SoundOfOtherFormatsIsAnimatedAndStreamedLikeTheWavItCameFro
     const FCadrelRun Run = Cadrel("lipsync take.flac --out out --format json");
     ASSERT_EQ(Run.ExitCode, 0) << Run.Error;
     EXPECT_NEAR(ReadBack(Project.Root / "out/take.json").Frames.Num(), 310, 2);
+}
+
+// libcurl, cpp-httplib with OpenSSL, and liblo cost every start of the program
+// milliseconds; only the commands that send requests or run servers load them.
+TEST(Program, StartsWithoutTheNetworkLibraries)
+{
+    std::string Listing;
+    if (FILE* const Loader = ::popen("LD_TRACE_LOADED_OBJECTS=1 '" CADREL_PROGRAM "'", "r"))
+    {
+        char Chunk[4096];
+        for (std::size_t Got; (Got = std::fread(Chunk, 1, sizeof(Chunk), Loader)) > 0;)
+        {
+            Listing.append(Chunk, Got);
+        }
+        ::pclose(Loader);
+    }
+    ASSERT_NE(Listing.find("libCadrelBlendShape"), std::string::npos) << Listing;
+    for (const char* Library : {"libcurl", "libcpp-httplib", "libssl", "libcrypto", "liblo"})
+    {
+        EXPECT_EQ(Listing.find(Library), std::string::npos) << Library;
+    }
 }

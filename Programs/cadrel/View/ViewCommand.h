@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CadrelServersModule.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -15,8 +17,5 @@ public:
 
 private:
     CLI::App* Command = nullptr;
-    int WebPort = 0;
-    int VelkPort = 9012;
-    int AudioPort = 9013;
-    std::string Bind = "127.0.0.1";
+    FViewOptions Options;
 };
