@@ -57,6 +57,12 @@ void AppendHeader(std::string& Out, const FCadrelZELResponse& Animation)
     Out += LineEnd;
 }
 
+// Cells after the frame number: the time, one per blend shape, three per bone.
+SIZE_T CellsPerRow(const FCadrelZELResponse& Animation)
+{
+    return 1 + Animation.BlendShapesNames.Num() + 3 * SIZE_T(Animation.BonesNames.Num());
+}
+
 // A row's room: the frame number, then each cell's comma and longest number.
 SIZE_T RowRoom(SIZE_T Cells)
 {
@@ -109,7 +115,7 @@ void AppendRow(FTextOutput& Out, FNumberTexts& Texts, const FCadrelZELResponse& 
 
 void WriteAnimationCsv(const FCadrelZELResponse& Animation, FTextOutput& Out)
 {
-    const SIZE_T Cells = 1 + Animation.BlendShapesNames.Num() + 3 * SIZE_T(Animation.BonesNames.Num());
+    const SIZE_T Cells = CellsPerRow(Animation);
     std::string Header;
     AppendHeader(Header, Animation);
     Out.Append(Header);
@@ -122,9 +128,8 @@ void WriteAnimationCsv(const FCadrelZELResponse& Animation, FTextOutput& Out)
 
 std::string AnimationToCsv(const FCadrelZELResponse& Animation)
 {
-    const SIZE_T Cells = 1 + Animation.BlendShapesNames.Num() + 3 * SIZE_T(Animation.BonesNames.Num());
     // About eight bytes a cell, so a long animation grows its buffer a few times at most.
-    FTextOutput Out(1024 + static_cast<SIZE_T>(Animation.Frames.Num()) * Cells * 8);
+    FTextOutput Out(1024 + static_cast<SIZE_T>(Animation.Frames.Num()) * CellsPerRow(Animation) * 8);
     WriteAnimationCsv(Animation, Out);
     return std::move(Out).Take();
 }

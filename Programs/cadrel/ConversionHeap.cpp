@@ -8,9 +8,7 @@
 #include <malloc.h>
 #include <sys/mman.h>
 #include <unistd.h>
-#endif
 
-#if defined(__GLIBC__)
 namespace
 {
 constexpr std::uintptr_t HugePage = std::uintptr_t{2} << 20;

@@ -44,9 +44,9 @@ bool CadrelJson::FastJson::StepOverPlainList(ondemand::value& Value, const char*
         return false;
     }
     // '[', Count numbers, the commas between them and ']': the ']' is 2 * Count
-    // tokens on, or the next one for "[]". Every token takes a byte at least, so that
-    // entry lies inside the index even if the parser had split the text differently.
-    const ondemand::token_position CloseToken = OpenToken + (Count == 0 ? 1 : 2 * Count);
+    // tokens on. Every token takes a byte at least, so that entry lies inside the
+    // index even if the parser had split the text differently.
+    const ondemand::token_position CloseToken = OpenToken + 2 * Count;
     if (Iterator.peek(CloseToken) != Bytes(Close))
     {
         return false;

@@ -6,7 +6,7 @@
 
 namespace CadrelJson::FastJson
 {
-// Moves the on-demand parser past a list of Count plain numbers that the walk has
+// Moves the on-demand parser past a non-empty list of Count plain numbers that the walk has
 // read from the text, leaving it where its own stepping over the list's tokens
 // would: at the token after the list's ']', one level up. Value is the list, not yet
 // read by the parser, from the '[' at Open to the ']' at Close. False, with nothing
